@@ -1,0 +1,15 @@
+// What the application object and the document need of the main window. The
+// window itself lives in the user interface; the document reaches it only
+// through this link (GetMainFrame), so it builds and runs without one.
+#pragma once
+#include "platform/base/Window.h"
+
+class IMainFrame {
+public:
+    virtual ~IMainFrame() = default;
+    // Shows the window for the first time, after the document has loaded.
+    virtual void ShowFrame() = 0;
+    // Ends any playback before the program asks about unsaved changes.
+    virtual void StopPlaybackForExit() = 0;
+    virtual HWND GetFrameHwnd() const = 0;
+};

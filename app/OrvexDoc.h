@@ -1,0 +1,62 @@
+// The document: the one owner of all state that isn't a window. Panes and
+// dialogs change the contents only through it, and it tells them what changed
+// through numbered hints.
+#pragma once
+#include <vector>
+
+#include "app/DocView.h"
+#include "contents/MediaContents.h"
+#include "platform/base/LogFont.h"
+#include "player/LavSetup.h"
+
+class COrvexDoc {
+public:
+    COrvexDoc();
+    virtual ~COrvexDoc() = default;
+    COrvexDoc(const COrvexDoc&) = delete;
+    COrvexDoc& operator=(const COrvexDoc&) = delete;
+
+    CMediaContents m_contents;
+    CTopic m_displayTopic;
+    CMediaArray m_favorites;
+    CNodesArArray m_favoritePaths;
+    BOOL m_bFolderView = FALSE;
+    BOOL m_bFavoritesView = FALSE;
+    BOOL m_bContentsChanged = FALSE;
+    CLavSetup m_lavSetup;
+    LOGFONTW m_rightFont;
+    LOGFONTW m_leftFont;
+    CString m_videoFolder;
+    CString m_contentsFolder;
+    CString m_dataFolder;
+    CString m_dvdPath;
+    CString m_cdPath;
+    int32_t m_listRestoreItem = -1;
+    int32_t m_listRestoreTop = -1;
+    int32_t m_listRestoreCount = 0;
+    CString m_listRestoreTopic;
+    BOOL m_bListItemAdded = FALSE;
+    BOOL m_bListItemsAdded = FALSE;
+    BOOL m_bListItemsRemoved = FALSE;
+    BOOL m_bRestoreColumns = TRUE;
+    std::vector<int16_t> m_columnWidths;
+
+    // Start-up: settles the data folder, seeds it and loads everything.
+    virtual BOOL OnNewDocument();
+    // Exit: stops playback, then offers to save unsaved changes.
+    virtual BOOL SaveModified();
+
+    // The data folder after seeding it from the start directory, file by file.
+    // Gives the start directory when the user's folder can't be used.
+    CString SettleDataFolder(const CString& startDirectory);
+
+    void AddView(IDocView* view);
+    void RemoveView(IDocView* view);
+    void UpdateAllViews(IDocView* sender, int hint, const CString* object = nullptr);
+
+private:
+    std::vector<IDocView*> m_views;
+};
+
+// The four data files, in the order they are seeded.
+extern const char16_t* const kSeededDataFiles[4];

@@ -1,0 +1,33 @@
+// A node of the topic tree. A topic is its own path (the base class part),
+// plus a media type, the items filed directly in it and its child topics, all
+// held by value: copying a topic copies its whole subtree.
+#pragma once
+#include "contents/MediaItem.h"
+#include "contents/NodeArray.h"
+
+class CTopic;
+class CTopicArray : public CArray<CTopic> {};
+
+class CTopic : public CNodeArray {
+public:
+    MediaType m_mediaType = MEDIA_NONE;
+    CMediaArray m_media;
+    CTopicArray m_children;
+
+    void Clear();
+    // Removes the first item equal to `item`; 0 when there is none.
+    BOOL RemoveMediaItem(const CMediaItem& item);
+    // Rewrites the paths of all children (and their subtrees) from this
+    // topic's own path, and the topic lists of the items in them. Counts each
+    // path and item rewritten.
+    BOOL RebuildChildPaths(int* pCount);
+    void CollectFavorites(CMediaArray& items, CNodesArArray& paths, int* pCount) const;
+    void CountEntries(int* pTopics, int* pItems) const;
+
+    CNodeArray& Path() { return *this; }
+    const CNodeArray& Path() const { return *this; }
+};
+
+// Gives every topic of `topics` from position `from` on its position as the
+// last index of its path, and rebuilds the paths below it.
+void RenumberTopics(CTopicArray& topics, int from);

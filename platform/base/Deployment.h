@@ -1,0 +1,21 @@
+// Addresses that belong to a deployment of the program rather than to its
+// logic. Every web address the program knows stands here and nowhere else.
+#pragma once
+
+// The project's home page, shown in the About box.
+inline constexpr const char16_t* kProjectWebAddress = u"https://orvex.sourceforge.io";
+
+// Web addresses of the open source projects credited in the About box, in the
+// order the box lists them.
+struct CreditedProject {
+    const char16_t* name;
+    const char16_t* address;
+};
+inline constexpr CreditedProject kCreditedProjects[] = {
+    {u"LAV Filters:", u"https://github.com/Nevcairiel/LAVFilters"},
+    {u"FFMPEG:", u"https://ffmpeg.org"},
+    {u"Curl:", u"https://curl.se"},
+    {u"WolfSSL:", u"https://www.wolfssl.com"},
+    {u"MPC-HC:", u"https://github.com/clsid2/mpc-hc"},
+    {u"Radio-Browser:", u"https://www.radio-browser.info"},
+};

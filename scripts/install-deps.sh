@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Installs every Debian package Orvex needs to build, run and test.
+# Idempotent: when everything is present it prints nothing and touches nothing.
+set -euo pipefail
+
+PACKAGES=(
+  # toolchain
+  g++ cmake ninja-build pkg-config clang-format git
+  # application framework and libraries
+  qt6-base-dev qt6-qpa-plugins libqt6test6
+  libcurl4-openssl-dev ca-certificates libssl-dev openssl
+  libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
+  libcdio-dev libcdio-paranoia-dev libdvdnav-dev libdvdread-dev
+  iso-codes
+  # media pipeline plugins used at run time and by the tests
+  gstreamer1.0-tools gstreamer1.0-libav gstreamer1.0-plugins-base
+  gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-plugins-ugly
+  gstreamer1.0-x gstreamer1.0-gl gstreamer1.0-alsa gstreamer1.0-pulseaudio
+  # tests and benchmarks
+  googletest libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth
+)
+
+missing=()
+for p in "${PACKAGES[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
+    missing+=("$p")
+  fi
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+SUDO=""
+if [ "$(id -u)" -ne 0 ]; then SUDO="sudo"; fi
+echo "Installing: ${missing[*]}"
+export DEBIAN_FRONTEND=noninteractive
+$SUDO apt-get update -qq
+$SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

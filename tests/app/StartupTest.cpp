@@ -1,0 +1,193 @@
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "app/MainFrameLink.h"
+#include "app/OrvexApp.h"
+#include "app/OrvexDoc.h"
+#include "platform/base/ComponentServices.h"
+#include "tests/support/MessageBoxRecorder.h"
+#include "tests/support/TempDir.h"
+
+namespace {
+
+const char* const kFiles[] = {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat",
+                              "results.txt"};
+const CString kNotAvailable(u"User AppData folder not available. Changes cannot be saved.");
+
+// A start directory holding the given default files, each with its own name
+// as content, and a data home beside it.
+struct Install {
+    TempDir root;
+    std::string start = root / "start";
+    std::string dataHome = root / "data";
+    std::string userFolder = root / "data/Orvex";
+
+    explicit Install(std::initializer_list<const char*> files = {
+                         "OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"}) {
+        std::filesystem::create_directories(start);
+        for (const char* f : files)
+            TempDir::Write(start + "/" + f, std::string("default ") + f);
+    }
+
+    // Runs the document's start-up from the start directory.
+    CString Run(MessageBoxRecorder& boxes) {
+        ScopedCurrentDir cwd(start);
+        ScopedEnv env("XDG_DATA_HOME", dataHome);
+        COrvexApp app;
+        COrvexDoc doc;
+        boxes.Clear();
+        EXPECT_TRUE(doc.OnNewDocument());
+        EXPECT_EQ(app.m_pDoc, &doc);
+        return doc.m_dataFolder;
+    }
+};
+
+class FakeFrame : public IMainFrame, public CMessageTarget {
+public:
+    explicit FakeFrame(std::vector<std::string>& log) : m_log(log) {}
+    void ShowFrame() override { m_log.push_back("show"); }
+    void StopPlaybackForExit() override { m_log.push_back("stop"); }
+    HWND GetFrameHwnd() const override { return GetSafeHwnd(); }
+    LRESULT OnWindowMessage(UINT, WPARAM, LPARAM) override { return 0; }
+
+private:
+    std::vector<std::string>& m_log;
+};
+
+} // namespace
+
+TEST(DataFolder, FirstRunCreatesTheFolderAndCopiesAllFour) {
+    Install install;
+    MessageBoxRecorder boxes;
+    EXPECT_EQ(install.Run(boxes), CString(install.userFolder));
+    EXPECT_TRUE(boxes.Boxes().empty());
+    for (const char* f : kFiles)
+        EXPECT_EQ(TempDir::Read(install.userFolder + "/" + f), std::string("default ") + f);
+}
+
+TEST(DataFolder, LaterRunsCopyOnlyWhatIsMissing) {
+    Install install;
+    MessageBoxRecorder boxes;
+    install.Run(boxes);
+    TempDir::Write(install.userFolder + "/OrvexContents.dat", "user's own");
+    TempDir::Write(install.start + "/OrvexContents.dat", "newer default");
+    std::filesystem::remove(install.userFolder + "/OrvexUser.dat");
+
+    EXPECT_EQ(install.Run(boxes), CString(install.userFolder));
+    EXPECT_TRUE(boxes.Boxes().empty());
+    EXPECT_EQ(TempDir::Read(install.userFolder + "/OrvexContents.dat"), "user's own");
+    EXPECT_EQ(TempDir::Read(install.userFolder + "/OrvexUser.dat"), "default OrvexUser.dat");
+}
+
+TEST(DataFolder, AFailedCopyFallsBackToTheStartDirectory) {
+    Install install({"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat"});
+    MessageBoxRecorder boxes;
+    EXPECT_EQ(install.Run(boxes), CString(install.start));
+    ASSERT_EQ(boxes.Texts().size(), 1u);
+    EXPECT_EQ(boxes.Texts()[0], kNotAvailable);
+    // What was copied meanwhile stays in the user folder, unused.
+    EXPECT_EQ(TempDir::Read(install.userFolder + "/RadioBrowse.dat"), "default RadioBrowse.dat");
+    EXPECT_FALSE(std::filesystem::exists(install.userFolder + "/results.txt"));
+    // And so it goes on every run until all four are there.
+    EXPECT_EQ(install.Run(boxes), CString(install.start));
+    EXPECT_EQ(boxes.Texts().size(), 1u);
+    TempDir::Write(install.start + "/results.txt", "");
+    EXPECT_EQ(install.Run(boxes), CString(install.userFolder));
+    EXPECT_TRUE(boxes.Boxes().empty());
+}
+
+TEST(DataFolder, AnUnusableDataHomeIsReportedAndTheStartDirectoryServes) {
+    Install install;
+    TempDir::Write(install.dataHome, "a file where the data home should be");
+    MessageBoxRecorder boxes;
+    EXPECT_EQ(install.Run(boxes), CString(install.start));
+    ASSERT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_EQ(boxes.Boxes()[0].text, CString(u"Application was not installed properly."));
+    EXPECT_EQ(boxes.Boxes()[0].caption, CString(u"Orvex"));
+    EXPECT_EQ(boxes.Boxes()[0].type, MB_ICONEXCLAMATION | MB_OK);
+}
+
+TEST(DataFolder, WithoutXdgDataHomeTheHomeFolderIsUsed) {
+    TempDir home;
+    ScopedEnv noXdg("XDG_DATA_HOME", "relative/is/ignored");
+    ScopedEnv env("HOME", home.Path().string());
+    COrvexApp app;
+    CString folder;
+    ASSERT_TRUE(app.GetUserDataFolder(folder));
+    EXPECT_EQ(folder, CString(home / ".local/share/Orvex"));
+    EXPECT_TRUE(std::filesystem::is_directory(home / ".local/share/Orvex"));
+}
+
+TEST(OrvexApp, StartDirectoryIsTheWorkingDirectoryNotTheProgramsFolder) {
+    TempDir elsewhere;
+    ScopedCurrentDir cwd(elsewhere.Path());
+    COrvexApp app;
+    EXPECT_EQ(app.m_startDirectory, CString(std::filesystem::current_path().string()));
+    EXPECT_EQ(AfxGetOrvexApp(), &app);
+    EXPECT_EQ(app.m_hwndList, nullptr);
+    EXPECT_EQ(app.m_pDoc, nullptr);
+}
+
+TEST(OrvexApp, StatusSlotIsSharedSafelyWithWorkers) {
+    COrvexApp app;
+    std::thread worker([&] {
+        for (int i = 0; i < 1000; ++i)
+            app.SetUpdateStatus(CString(i % 2 ? u"Downloading" : u"Parsing stations"));
+    });
+    CString text;
+    for (int i = 0; i < 1000; ++i) {
+        ASSERT_TRUE(app.GetUpdateStatus(text));
+        EXPECT_TRUE(text.IsEmpty() || text == "Downloading" || text == "Parsing stations");
+    }
+    worker.join();
+}
+
+TEST(OrvexApp, InitInstanceLoadsThenShowsTheFrameAndExitStopsPlaybackFirst) {
+    Install install;
+    ScopedCurrentDir cwd(install.start);
+    ScopedEnv env("XDG_DATA_HOME", install.dataHome);
+    std::vector<std::string> log;
+    COrvexApp app;
+    app.SetFrameFactory([&](COrvexDoc&) { return std::make_unique<FakeFrame>(log); });
+    MessageBoxRecorder boxes;
+    ASSERT_TRUE(app.InitInstance());
+    EXPECT_EQ(log, std::vector<std::string>{"show"});
+    ASSERT_NE(app.GetDocument(), nullptr);
+    EXPECT_EQ(app.m_pDoc, app.GetDocument());
+    EXPECT_EQ(app.GetDocument()->m_dataFolder, CString(install.userFolder));
+    EXPECT_GE(app.m_cfMediaItem, 0xC000u);
+    EXPECT_NE(GetMainFrame(), nullptr);
+    EXPECT_TRUE(app.ExitInstance());
+    EXPECT_EQ(log, (std::vector<std::string>{"show", "stop"}));
+    EXPECT_TRUE(boxes.Boxes().empty()); // nothing changed: no prompt
+}
+
+TEST(OrvexApp, ComponentServiceFailureEndsStartUpWithItsMessage) {
+    COrvexApp app;
+    RegisterComponentService([] { return false; });
+    MessageBoxRecorder boxes;
+    EXPECT_FALSE(app.InitInstance());
+    ASSERT_EQ(boxes.Texts().size(), 1u);
+    EXPECT_EQ(boxes.Texts()[0], CString(u"ERROR COrvexApp::InitInstance Couldn't initialize COM"));
+    EXPECT_EQ(app.GetDocument(), nullptr);
+}
+
+TEST(OrvexApp, AboutTextListsTheVersionAndTheCreditsLineByLine) {
+    COrvexApp app;
+    CString before = app.GetAboutText();
+    EXPECT_EQ(before.Left(17), CString(u"Orvex version:  \r"));
+    COrvexDoc doc;
+    app.m_pDoc = &doc;
+    CString text = app.GetAboutText();
+    EXPECT_EQ(text.Left(24), CString(u"Orvex version:  0.9.0.0\r"));
+    EXPECT_NE(text.Find(CString(u"\r\n\r\nOpen source software used by this program:\r\n\r\n"
+                                u"   LAV Filters:\r\n       https://")),
+              -1);
+    EXPECT_NE(text.Find(CString(u"\r\n   Radio-Browser:\r\n       https://")), -1);
+    EXPECT_NE(text.Right(2), CString(u"\r\n")); // ends after the last address
+    int lines = 1;
+    for (int i = 0; i < text.GetLength(); ++i)
+        lines += text[i] == u'\n';
+    EXPECT_EQ(lines, 5 + 2 * 6);
+}

@@ -1,0 +1,110 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QMenuBar>
+#include <QPlainTextEdit>
+#include <QStatusBar>
+
+#include "app/OrvexApp.h"
+#include "app/OrvexDoc.h"
+#include "platform/qt/QtGlue.h"
+#include "ui/AboutDlg.h"
+#include "ui/Commands.h"
+#include "ui/MainFrame.h"
+
+namespace {
+
+QApplication& App() {
+    static int argc = 1;
+    static char name[] = "test_ui";
+    static char* argv[] = {name, nullptr};
+    static QApplication* app = new QApplication(argc, argv);
+    return *app;
+}
+
+} // namespace
+
+TEST(MainFrame, MenuBarCarriesEveryCommandInItsMenu) {
+    App();
+    COrvexDoc doc;
+    CMainFrame frame(doc);
+    EXPECT_EQ(frame.windowTitle(), QStringLiteral("Orvex"));
+    QStringList menus;
+    for (QAction* a : frame.menuBar()->actions())
+        menus << a->text().remove(QLatin1Char('&'));
+    EXPECT_EQ(menus, (QStringList{"File", "View", "Setup", "Tools", "CD-DVD", "Help"}));
+
+    struct Entry {
+        int id;
+        const char* text;
+    };
+    const Entry entries[] = {
+        {ID_FILE_OPEN, "&Open Media File..."},
+        {ID_OPEN_MEDIA_URL, "Open Media URL"},
+        {ID_SAVE_CONTENTS, "Save Contents"},
+        {ID_APP_EXIT, "E&xit"},
+        {ID_VIEW_STATUS_BAR, "&Status Bar"},
+        {ID_FONT_LEFT, "Font - Left Pane..."},
+        {ID_FONT_RIGHT, "Font - Right Pane..."},
+        {ID_FOLDER_LOCATIONS, "Folder Locations..."},
+        {ID_LAV_SETUP, "LAV Setup..."},
+        {ID_CHECK_FOR_UPDATES, "Check For Updates"},
+        {ID_EXPORT, "Export"},
+        {ID_IMPORT, "Import"},
+        {ID_RADIO_SEARCH, "Search For Radio Stations"},
+        {ID_RADIO_UPDATE, "Update Radio Station Database"},
+        {ID_DVD_NAVIGATION, "DVD Navigation"},
+        {ID_PLAY_DVD, "Play DVD"},
+        {ID_PLAY_CD, "Play CD"},
+        {ID_HELP_CONTENTS, "Orvex Help"},
+        {ID_ABOUT, "&About Orvex..."},
+    };
+    for (const Entry& e : entries) {
+        QAction* action = frame.CommandAction(e.id);
+        ASSERT_NE(action, nullptr) << e.id;
+        EXPECT_EQ(action->text(), QString::fromUtf8(e.text)) << e.id;
+        EXPECT_EQ(action->objectName(), QString::number(e.id));
+    }
+    EXPECT_EQ(frame.CommandAction(ID_FILE_OPEN)->shortcut(),
+              QKeySequence(QStringLiteral("Ctrl+O")));
+    EXPECT_TRUE(frame.CommandAction(ID_ABOUT)->isEnabled());
+    EXPECT_TRUE(frame.CommandAction(ID_APP_EXIT)->isEnabled());
+
+    // The status bar starts hidden and the View menu shows it.
+    frame.show();
+    EXPECT_FALSE(frame.statusBar()->isVisible());
+    frame.CommandAction(ID_VIEW_STATUS_BAR)->trigger();
+    EXPECT_TRUE(frame.statusBar()->isVisible());
+}
+
+TEST(AboutDlg, ShowsTheAboutTextInItsEditControl) {
+    App();
+    COrvexApp app;
+    COrvexDoc doc;
+    app.m_pDoc = &doc;
+    CAboutDlg dialog;
+    EXPECT_EQ(dialog.windowTitle(), QStringLiteral("About Orvex"));
+    auto* edit = dialog.findChild<QPlainTextEdit*>(QStringLiteral("1053"));
+    ASSERT_NE(edit, nullptr);
+    EXPECT_TRUE(edit->isReadOnly());
+    EXPECT_TRUE(edit->toPlainText().startsWith(QStringLiteral("Orvex version:  0.9.0.0\n   http")));
+}
+
+TEST(QtGlue, FontsMapBothWays) {
+    App();
+    LOGFONTW font{};
+    font.lfHeight = -15;
+    font.lfWeight = FW_BOLD;
+    font.lfItalic = 1;
+    SetFaceName(font, CString(u"DejaVu Sans"));
+    QFont q = FontFromLogFont(font);
+    EXPECT_EQ(q.pixelSize(), 15);
+    EXPECT_TRUE(q.bold());
+    EXPECT_TRUE(q.italic());
+    LOGFONTW back = LogFontFromFont(q);
+    EXPECT_EQ(back.lfHeight, -15);
+    EXPECT_EQ(back.lfWeight, FW_BOLD);
+    EXPECT_EQ(GetFaceName(back), CString(u"DejaVu Sans"));
+    EXPECT_EQ(FromQString(ToQString(CString(u"Ж𝄞x"))), CString(u"Ж𝄞x"));
+}

@@ -1,0 +1,116 @@
+#include "ui/MainFrame.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QMenuBar>
+#include <QStatusBar>
+
+#include "app/OrvexDoc.h"
+#include "platform/qt/QtGlue.h"
+#include "ui/AboutDlg.h"
+#include "ui/AppIcon.h"
+#include "ui/Commands.h"
+
+CMainFrame::CMainFrame(COrvexDoc& document) : m_document(document) {
+    setWindowTitle(QStringLiteral("Orvex"));
+    setWindowIcon(OrvexIcon());
+    setObjectName(QStringLiteral("MainFrame"));
+    resize(1000, 680);
+
+    QStatusBar* status = statusBar();
+    status->setObjectName(QStringLiteral("59393"));
+    status->hide();
+
+    setCentralWidget(new QWidget(this));
+    CreateMenus();
+}
+
+CMainFrame::~CMainFrame() = default;
+
+QAction* CMainFrame::AddCommand(QMenu* menu, int id, const QString& text) {
+    // A tab in the text separates the shortcut hint, shown on the right.
+    QString label = text;
+    QString hint;
+    if (int tab = text.indexOf(QLatin1Char('\t')); tab >= 0) {
+        label = text.left(tab);
+        hint = text.mid(tab + 1);
+    }
+    auto* action = menu->addAction(label);
+    action->setObjectName(QString::number(id));
+    action->setData(id);
+    if (!hint.isEmpty())
+        action->setShortcut(QKeySequence(hint));
+    action->setEnabled(false);
+    m_commands[id] = action;
+    return action;
+}
+
+void CMainFrame::CreateMenus() {
+    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    AddCommand(file, ID_FILE_OPEN, QStringLiteral("&Open Media File...\tCtrl+O"));
+    AddCommand(file, ID_OPEN_MEDIA_URL, QStringLiteral("Open Media URL"));
+    AddCommand(file, ID_SAVE_CONTENTS, QStringLiteral("Save Contents"))
+        ->setStatusTip(QStringLiteral("Save any changes to the Contents"));
+    file->addSeparator();
+    QAction* exit = AddCommand(file, ID_APP_EXIT, QStringLiteral("E&xit"));
+    exit->setEnabled(true);
+    connect(exit, &QAction::triggered, this, &QWidget::close);
+
+    QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+    QAction* statusBarAction = AddCommand(view, ID_VIEW_STATUS_BAR, QStringLiteral("&Status Bar"));
+    statusBarAction->setCheckable(true);
+    statusBarAction->setChecked(false);
+    statusBarAction->setEnabled(true);
+    connect(statusBarAction, &QAction::toggled, statusBar(), &QWidget::setVisible);
+
+    QMenu* setup = menuBar()->addMenu(QStringLiteral("&Setup"));
+    AddCommand(setup, ID_FONT_LEFT, QStringLiteral("Font - Left Pane..."));
+    AddCommand(setup, ID_FONT_RIGHT, QStringLiteral("Font - Right Pane..."));
+    AddCommand(setup, ID_FOLDER_LOCATIONS, QStringLiteral("Folder Locations..."));
+    AddCommand(setup, ID_LAV_SETUP, QStringLiteral("LAV Setup..."));
+    AddCommand(setup, ID_CHECK_FOR_UPDATES, QStringLiteral("Check For Updates"));
+
+    QMenu* tools = menuBar()->addMenu(QStringLiteral("&Tools"));
+    AddCommand(tools, ID_EXPORT, QStringLiteral("Export"));
+    AddCommand(tools, ID_IMPORT, QStringLiteral("Import"));
+    AddCommand(tools, ID_RADIO_SEARCH, QStringLiteral("Search For Radio Stations"));
+    AddCommand(tools, ID_RADIO_UPDATE, QStringLiteral("Update Radio Station Database"));
+
+    QMenu* disc = menuBar()->addMenu(QStringLiteral("&CD-DVD"));
+    AddCommand(disc, ID_DVD_NAVIGATION, QStringLiteral("DVD Navigation"));
+    AddCommand(disc, ID_PLAY_DVD, QStringLiteral("Play DVD"));
+    AddCommand(disc, ID_PLAY_CD, QStringLiteral("Play CD"));
+
+    QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
+    AddCommand(help, ID_HELP_CONTENTS, QStringLiteral("Orvex Help"));
+    QAction* about = AddCommand(help, ID_ABOUT, QStringLiteral("&About Orvex..."));
+    about->setEnabled(true);
+    connect(about, &QAction::triggered, this, &CMainFrame::OnAbout);
+}
+
+QAction* CMainFrame::CommandAction(int id) const {
+    auto it = m_commands.find(id);
+    return it == m_commands.end() ? nullptr : it->second;
+}
+
+void CMainFrame::ShowFrame() {
+    show();
+}
+
+void CMainFrame::StopPlaybackForExit() {}
+
+LRESULT CMainFrame::OnWindowMessage(UINT, WPARAM, LPARAM) {
+    return 0;
+}
+
+void CMainFrame::OnAbout() {
+    CAboutDlg dialog(this);
+    dialog.exec();
+}
+
+void CMainFrame::closeEvent(QCloseEvent* event) {
+    if (m_document.SaveModified())
+        event->accept();
+    else
+        event->ignore();
+}
