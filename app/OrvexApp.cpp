@@ -27,13 +27,16 @@ IMainFrame* GetMainFrame() {
 
 COrvexApp::COrvexApp() : m_startDirectory(GetCurrentDirectoryW()) {
     g_app = this;
+    AfxSetAppContext(this);
 }
 
 COrvexApp::~COrvexApp() {
     m_pMainWnd.reset();
     m_document.reset();
-    if (g_app == this)
+    if (g_app == this) {
         g_app = nullptr;
+        AfxSetAppContext(nullptr);
+    }
 }
 
 BOOL COrvexApp::InitInstance() {

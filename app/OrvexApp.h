@@ -5,6 +5,7 @@
 #include <memory>
 #include <mutex>
 
+#include "platform/base/AppContext.h"
 #include "platform/base/CString.h"
 #include "platform/base/Window.h"
 
@@ -14,14 +15,14 @@ class COrvexSplitterView;
 
 constexpr UINT ID_APP_ABOUT = 57664;
 
-class COrvexApp {
+class COrvexApp : public IAppContext {
 public:
     // Builds the main window for a document; set by the user interface
     // before InitInstance. Without one the program runs with no window.
     using FrameFactory = std::function<std::unique_ptr<IMainFrame>(COrvexDoc&)>;
 
     COrvexApp();
-    ~COrvexApp();
+    ~COrvexApp() override;
     COrvexApp(const COrvexApp&) = delete;
     COrvexApp& operator=(const COrvexApp&) = delete;
 
@@ -45,8 +46,9 @@ public:
     BOOL ExitInstance();
 
     BOOL GetUserDataFolder(CString& out);
-    void SetUpdateStatus(const CString& text);
-    BOOL GetUpdateStatus(CString& out);
+    void SetUpdateStatus(const CString& text) override;
+    BOOL GetUpdateStatus(CString& out) override;
+    CString GetStartDirectory() const override { return m_startDirectory; }
 
     IMainFrame* GetMainWnd() const { return m_pMainWnd.get(); }
     COrvexDoc* GetDocument() const { return m_document.get(); }

@@ -42,6 +42,9 @@ BOOL COrvexDoc::OnNewDocument() {
     COrvexApp* app = AfxGetOrvexApp();
     if (app)
         app->m_pDoc = this;
+    // The alias table must stand before the contents load: it maps their names.
+    m_aliases.LoadAliases();
+    m_extensions.LoadExtensions();
     const CString startDirectory = app ? app->m_startDirectory : GetCurrentDirectoryW();
     m_dataFolder = SettleDataFolder(startDirectory);
     return TRUE;

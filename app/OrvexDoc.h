@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "app/DocView.h"
+#include "contents/Extensions.h"
 #include "contents/MediaContents.h"
+#include "contents/TopicAliases.h"
 #include "platform/base/LogFont.h"
 #include "player/LavSetup.h"
 
@@ -17,6 +19,7 @@ public:
     COrvexDoc& operator=(const COrvexDoc&) = delete;
 
     CMediaContents m_contents;
+    CTopicStrAliasAr m_aliases;
     CTopic m_displayTopic;
     CMediaArray m_favorites;
     CNodesArArray m_favoritePaths;
@@ -31,6 +34,7 @@ public:
     CString m_dataFolder;
     CString m_dvdPath;
     CString m_cdPath;
+    CExtensionArray m_extensions;
     int32_t m_listRestoreItem = -1;
     int32_t m_listRestoreTop = -1;
     int32_t m_listRestoreCount = 0;

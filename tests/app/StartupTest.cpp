@@ -191,3 +191,17 @@ TEST(OrvexApp, AboutTextListsTheVersionAndTheCreditsLineByLine) {
         lines += text[i] == u'\n';
     EXPECT_EQ(lines, 5 + 2 * 6);
 }
+
+TEST(OrvexDoc, StartUpLoadsTheTablesFromTheStartDirectory) {
+    Install install;
+    TempDir::Write(install.start + "/TopicAlias.txt", "TV,TV Shows\n");
+    ScopedCurrentDir cwd(install.start);
+    ScopedEnv env("XDG_DATA_HOME", install.dataHome);
+    COrvexApp app;
+    COrvexDoc doc;
+    ASSERT_TRUE(doc.OnNewDocument());
+    ASSERT_EQ(doc.m_aliases.GetSize(), 1);
+    EXPECT_EQ(doc.m_aliases.GetTopic(CString(u"TV")), CString(u"TV Shows"));
+    EXPECT_EQ(doc.m_extensions.GetSize(), 33);
+    EXPECT_EQ(AfxGetAppContext().GetStartDirectory(), CString(install.start));
+}
