@@ -8,17 +8,17 @@ struct KnownExtension {
 };
 
 constexpr KnownExtension kKnownExtensions[] = {
-    {u"3g2", MEDIA_VIDEO_FILE},  {u"3gp", MEDIA_VIDEO_FILE},  {u"3gp2", MEDIA_VIDEO_FILE},
-    {u"asf", MEDIA_VIDEO_FILE},  {u"avi", MEDIA_VIDEO_FILE},  {u"bdmv", MEDIA_VIDEO_FILE},
-    {u"bup", MEDIA_VIDEO_FILE},  {u"cda", MEDIA_VIDEO_FILE},  {u"exr", MEDIA_AUDIO_FILE},
-    {u"flv", MEDIA_VIDEO_FILE},  {u"gxf", MEDIA_VIDEO_FILE},  {u"ifv", MEDIA_VIDEO_FILE},
-    {u"ifo", MEDIA_VIDEO_FILE},  {u"kux", MEDIA_VIDEO_FILE},  {u"m2t", MEDIA_VIDEO_FILE},
-    {u"m2ts", MEDIA_VIDEO_FILE}, {u"m4v", MEDIA_VIDEO_FILE},  {u"mkv", MEDIA_VIDEO_FILE},
-    {u"mod", MEDIA_VIDEO_FILE},  {u"mov", MEDIA_VIDEO_FILE},  {u"mp2", MEDIA_AUDIO_FILE},
-    {u"mp3", MEDIA_AUDIO_FILE},  {u"mp4", MEDIA_VIDEO_FILE},  {u"mpg", MEDIA_VIDEO_FILE},
-    {u"mpls", MEDIA_VIDEO_FILE}, {u"mxf", MEDIA_VIDEO_FILE},  {u"m3u8", MEDIA_VIDEO_FILE},
-    {u"tod", MEDIA_VIDEO_FILE},  {u"vob", MEDIA_VIDEO_FILE},  {u"webm", MEDIA_VIDEO_FILE},
-    {u"wma", MEDIA_AUDIO_FILE},  {u"wmv", MEDIA_VIDEO_FILE},  {u"xmv", MEDIA_VIDEO_FILE},
+    {u"3g2", MEDIA_VIDEO_FILE},  {u"3gp", MEDIA_VIDEO_FILE}, {u"3gp2", MEDIA_VIDEO_FILE},
+    {u"asf", MEDIA_VIDEO_FILE},  {u"avi", MEDIA_VIDEO_FILE}, {u"bdmv", MEDIA_VIDEO_FILE},
+    {u"bup", MEDIA_VIDEO_FILE},  {u"cda", MEDIA_VIDEO_FILE}, {u"exr", MEDIA_AUDIO_FILE},
+    {u"flv", MEDIA_VIDEO_FILE},  {u"gxf", MEDIA_VIDEO_FILE}, {u"ifv", MEDIA_VIDEO_FILE},
+    {u"ifo", MEDIA_VIDEO_FILE},  {u"kux", MEDIA_VIDEO_FILE}, {u"m2t", MEDIA_VIDEO_FILE},
+    {u"m2ts", MEDIA_VIDEO_FILE}, {u"m4v", MEDIA_VIDEO_FILE}, {u"mkv", MEDIA_VIDEO_FILE},
+    {u"mod", MEDIA_VIDEO_FILE},  {u"mov", MEDIA_VIDEO_FILE}, {u"mp2", MEDIA_AUDIO_FILE},
+    {u"mp3", MEDIA_AUDIO_FILE},  {u"mp4", MEDIA_VIDEO_FILE}, {u"mpg", MEDIA_VIDEO_FILE},
+    {u"mpls", MEDIA_VIDEO_FILE}, {u"mxf", MEDIA_VIDEO_FILE}, {u"m3u8", MEDIA_VIDEO_FILE},
+    {u"tod", MEDIA_VIDEO_FILE},  {u"vob", MEDIA_VIDEO_FILE}, {u"webm", MEDIA_VIDEO_FILE},
+    {u"wma", MEDIA_AUDIO_FILE},  {u"wmv", MEDIA_VIDEO_FILE}, {u"xmv", MEDIA_VIDEO_FILE},
 };
 
 } // namespace
@@ -73,8 +73,8 @@ BOOL CExtensionArray::ClassifyLocation(const CString& location, CExtension& resu
     if (dot < 0) {
         if (!isUrl)
             return FALSE;
-        const bool video = lower.Find(CString(u"mp4")) >= 0 ||
-                           lower.Find(CString(u"m3u8")) >= 0 || lower.Find(CString(u"hls")) >= 0;
+        const bool video = lower.Find(CString(u"mp4")) >= 0 || lower.Find(CString(u"m3u8")) >= 0 ||
+                           lower.Find(CString(u"hls")) >= 0;
         result.m_type = video ? MEDIA_VIDEO_URL : MEDIA_AUDIO_URL;
         return TRUE;
     }

@@ -65,3 +65,10 @@ void RenumberTopics(CTopicArray& topics, int from) {
         topics[i].RebuildChildPaths(&count);
     }
 }
+
+int PlaceTopic(CTopicArray& topics, int position, const CTopic& topic) {
+    if (position >= topics.GetSize())
+        return topics.Add(topic);
+    topics.InsertAt(position, topic);
+    return position;
+}

@@ -28,6 +28,10 @@ public:
     const CNodeArray& Path() const { return *this; }
 };
 
+// Puts a topic in front of the one at `position`, or at the end when the
+// position is at or behind the end; gives the position it took.
+int PlaceTopic(CTopicArray& topics, int position, const CTopic& topic);
+
 // Gives every topic of `topics` from position `from` on its position as the
 // last index of its path, and rebuilds the paths below it.
 void RenumberTopics(CTopicArray& topics, int from);

@@ -35,38 +35,40 @@ BOOL CTopicStrAliasAr::AddAlias(const CString& alias, const CString& topic) {
     return TRUE;
 }
 
-CString CTopicStrAliasAr::GetAlias(const CString& topic) const {
-    for (const TOPIC_STR_ALIAS& row : *this) {
-        if (row.m_topic == topic)
-            return row.m_alias;
+namespace {
+
+// The first row whose field equals `text`, or null.
+const TOPIC_STR_ALIAS* FindRow(const CTopicStrAliasAr& rows, CString TOPIC_STR_ALIAS::*field,
+                               const CString& text) {
+    for (const TOPIC_STR_ALIAS& row : rows) {
+        if (row.*field == text)
+            return &row;
     }
-    return topic;
+    return nullptr;
+}
+
+} // namespace
+
+CString CTopicStrAliasAr::GetAlias(const CString& topic) const {
+    const TOPIC_STR_ALIAS* row = FindRow(*this, &TOPIC_STR_ALIAS::m_topic, topic);
+    return row ? row->m_alias : topic;
 }
 
 CString CTopicStrAliasAr::GetTopic(const CString& alias) const {
-    for (const TOPIC_STR_ALIAS& row : *this) {
-        if (row.m_alias == alias)
-            return row.m_topic;
-    }
-    return alias;
+    const TOPIC_STR_ALIAS* row = FindRow(*this, &TOPIC_STR_ALIAS::m_alias, alias);
+    return row ? row->m_topic : alias;
 }
 
 BOOL CTopicStrAliasAr::TopicToAlias(CString& text) const {
-    for (const TOPIC_STR_ALIAS& row : *this) {
-        if (row.m_topic == text) {
-            text = row.m_alias;
-            return TRUE;
-        }
-    }
-    return FALSE;
+    const TOPIC_STR_ALIAS* row = FindRow(*this, &TOPIC_STR_ALIAS::m_topic, text);
+    if (row)
+        text = row->m_alias;
+    return row != nullptr;
 }
 
 BOOL CTopicStrAliasAr::AliasToTopic(CString& text) const {
-    for (const TOPIC_STR_ALIAS& row : *this) {
-        if (row.m_alias == text) {
-            text = row.m_topic;
-            return TRUE;
-        }
-    }
-    return FALSE;
+    const TOPIC_STR_ALIAS* row = FindRow(*this, &TOPIC_STR_ALIAS::m_alias, text);
+    if (row)
+        text = row->m_topic;
+    return row != nullptr;
 }

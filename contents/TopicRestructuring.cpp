@@ -124,12 +124,7 @@ BOOL CMediaContents::MoveSibling(const CNodeArray& fromPath, const CNodeArray& t
         // The Favorites row stands above all roots: behind it is the first place.
         if (target.m_name == kFavoritesName && after)
             p = 0;
-        if (p >= siblings->GetSize()) {
-            siblings->Add(moved);
-            p = siblings->GetUpperBound();
-        } else {
-            siblings->InsertAt(p, moved);
-        }
+        p = PlaceTopic(*siblings, p, moved);
         const int oldNow = p <= oldPos ? oldPos + 1 : oldPos;
         siblings->RemoveAt(oldNow);
         newPos = p < oldNow ? p : p - 1;
@@ -148,13 +143,7 @@ BOOL CMediaContents::MoveSibling(const CNodeArray& fromPath, const CNodeArray& t
             p += 1;
         if (p < 0)
             p = 0;
-        if (p >= siblings->GetSize()) {
-            siblings->Add(moved);
-            p = siblings->GetUpperBound();
-        } else {
-            siblings->InsertAt(p, moved);
-        }
-        newPos = p;
+        newPos = PlaceTopic(*siblings, p, moved);
     }
     RenumberTopics(*siblings, oldPos < newPos ? oldPos : newPos);
     MakeCurrent((*siblings)[newPos], bSetCurrent);
@@ -181,11 +170,7 @@ BOOL CMediaContents::InsertBeside(const CTopic& topic, const CNodeArray& toPath,
         placed.Path() = parent->Path();
     }
     placed.Add(CNodeItem(topic.GetName(), p));
-    if (p >= destination->GetSize()) {
-        p = destination->Add(placed);
-    } else {
-        destination->InsertAt(p, placed);
-    }
+    p = PlaceTopic(*destination, p, placed);
     RenumberTopics(*destination, p);
     placedPath = (*destination)[p].Path();
     return TRUE;

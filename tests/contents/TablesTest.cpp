@@ -11,12 +11,12 @@ TEST(CTopicStrAliasAr, ReadsLinesByTheirRules) {
                    "\r\n"
                    "no comma here\n"
                    "Doc,Documentaries\r\n"
-                   "Web,http://example.org/x\n"  // holds "//": a comment
-                   "Two,Comma, Separated\n"      // splits at the first comma
-                   ",Empty Stored\n"             // empty stored form
-                   "Doc,Other Display\n"         // the first row of a stored form wins
-                   "Alt,Documentaries\n"         // a second stored form of one display form
-                   "Grün,Grüne Musik");          // last line without a line end, UTF-8
+                   "Web,http://example.org/x\n" // holds "//": a comment
+                   "Two,Comma, Separated\n"     // splits at the first comma
+                   ",Empty Stored\n"            // empty stored form
+                   "Doc,Other Display\n"        // the first row of a stored form wins
+                   "Alt,Documentaries\n"        // a second stored form of one display form
+                   "Grün,Grüne Musik");         // last line without a line end, UTF-8
     CTopicStrAliasAr aliases;
     aliases.AddAlias(CString(u"old"), CString(u"row"));
     ASSERT_TRUE(aliases.LoadAliasesFrom(dir.File("TopicAlias.txt")));
