@@ -49,6 +49,13 @@ public:
     BOOL BuildFavorites(CMediaArray& items, CNodesArArray& paths, int* pCount) const;
     void CountEntries(int* pTopics, int* pItems) const;
 
+    // The head and every root topic in a text form (interchange library).
+    // Both give 0, having written nothing, when the tree has no root topic.
+    BOOL WriteMediaRecords(CStdioFileEx* file, const CTopicStrAliasAr* aliases,
+                           const BOOL* excludeDiscFiles, const BOOL* writeAliases,
+                           int* count) const;
+    BOOL WriteM3u(CStdioFileEx* file, int* count) const;
+
 private:
     // The topic at `path`, or null; a topic named "ERROR" counts as not found.
     CTopic* Find(const CNodeArray& path);

@@ -12,6 +12,8 @@ enum MediaType : uint32_t {
     MEDIA_AUDIO_FILE = 4,
 };
 
+class CTopicStrAliasAr;
+
 class CMediaItem {
 public:
     MediaType m_type = MEDIA_NONE;
@@ -37,6 +39,10 @@ public:
     CString TopicsAsList() const;
     // Appends one topic per "\"-separated level, each trimmed.
     void SetTopicsFromPath(const CString& path);
+    // Appends the ","-separated, trimmed names of a record's topic field,
+    // each mapped from its stored form; 0 for an empty list or no table.
+    // Lives with the record reader (interchange library).
+    BOOL SetTopicsFromList(const CString& list, const CTopicStrAliasAr* aliases);
 };
 
 class CMediaArray : public CArray<CMediaItem> {

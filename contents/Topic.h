@@ -6,6 +6,8 @@
 #include "contents/NodeArray.h"
 
 class CTopic;
+class CStdioFileEx;
+class CTopicStrAliasAr;
 class CTopicArray : public CArray<CTopic> {};
 
 class CTopic : public CNodeArray {
@@ -23,6 +25,13 @@ public:
     BOOL RebuildChildPaths(int* pCount);
     void CollectFavorites(CMediaArray& items, CNodesArArray& paths, int* pCount) const;
     void CountEntries(int* pTopics, int* pItems) const;
+
+    // The text forms of this topic and all below it, without a file head.
+    // They live with the text formats (interchange library); both give 1.
+    BOOL WriteMediaRecords(CStdioFileEx* file, const CTopicStrAliasAr* aliases,
+                           const BOOL* excludeDiscFiles, const BOOL* writeAliases,
+                           int* count) const;
+    BOOL WriteM3u(CStdioFileEx* file, int* count) const;
 
     CNodeArray& Path() { return *this; }
     const CNodeArray& Path() const { return *this; }

@@ -1,0 +1,15 @@
+// What the readers do with the items they collected: place them under a
+// named topic beside what is there, or replace the whole tree with them.
+#pragma once
+#include "contents/MediaContents.h"
+
+// Files each item under `topic`: an item without topics goes straight into
+// it, and one whose topic list starts elsewhere moves one level down below it.
+// Adds 1 to *count for every item, also one the tree refuses. The topic that
+// received the last item is left current.
+void PlaceItemsUnderTopic(CMediaContents& contents, const CMediaArray& items,
+                          const CString& topic, int* count);
+
+// Empties the tree and files each item under its own topics, or under the
+// root topic of its group when it names none.
+void OverwriteContents(CMediaContents& contents, const CMediaArray& items);
