@@ -1,7 +1,7 @@
 #include "interchange/ImportPlacing.h"
 
-void PlaceItemsUnderTopic(CMediaContents& contents, const CMediaArray& items,
-                          const CString& topic, int* count) {
+void PlaceItemsUnderTopic(CMediaContents& contents, const CMediaArray& items, const CString& topic,
+                          int* count) {
     for (const CMediaItem& source : items) {
         CMediaItem item = source;
         if (item.m_topics.IsEmpty())

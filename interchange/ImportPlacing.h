@@ -7,8 +7,8 @@
 // it, and one whose topic list starts elsewhere moves one level down below it.
 // Adds 1 to *count for every item, also one the tree refuses. The topic that
 // received the last item is left current.
-void PlaceItemsUnderTopic(CMediaContents& contents, const CMediaArray& items,
-                          const CString& topic, int* count);
+void PlaceItemsUnderTopic(CMediaContents& contents, const CMediaArray& items, const CString& topic,
+                          int* count);
 
 // Empties the tree and files each item under its own topics, or under the
 // root topic of its group when it names none.

@@ -2,8 +2,14 @@
 
 namespace {
 
-enum DueField { DUE_NONE = -1, DUE_TYPE = 0, DUE_TOPICS = 6, DUE_FAVORITE = 7, DUE_NAME = 10,
-                DUE_LOCATION = 11 };
+enum DueField {
+    DUE_NONE = -1,
+    DUE_TYPE = 0,
+    DUE_TOPICS = 6,
+    DUE_FAVORITE = 7,
+    DUE_NAME = 10,
+    DUE_LOCATION = 11
+};
 
 class CMediaRecordReader {
 public:

@@ -13,9 +13,9 @@ class CStdioFileEx : public CStdioFile {
 public:
     enum : UINT { modeWriteUtf16 = 0x20000 };
     // The two flag sets of the writers and the one of the readers.
-    static constexpr UINT kWriteCodePage = typeText | modeCreate | modeWrite;       // 0x5001
-    static constexpr UINT kWriteUtf16 = kWriteCodePage | modeWriteUtf16;             // 0x25001
-    static constexpr UINT kRead = typeText;                                          // 0x4000
+    static constexpr UINT kWriteCodePage = typeText | modeCreate | modeWrite; // 0x5001
+    static constexpr UINT kWriteUtf16 = kWriteCodePage | modeWriteUtf16;      // 0x25001
+    static constexpr UINT kRead = typeText;                                   // 0x4000
 
     CStdioFileEx() = default;
 

@@ -97,10 +97,10 @@ TEST(TreeExport, NamesBeyondTheCodePageSurviveInBothEncodings) {
     for (BOOL unicode : {FALSE, TRUE}) {
         TempDir dir;
         CMediaContents tree;
-        tree.AddItemByTopics(
-            Item(MEDIA_AUDIO_URL, u"\U0001F3B5 \u0645\u0648\u0633\u064A\u0642\u0649", u"http://m",
-                 {u"\u0420\u0430\u0434\u0438\u043E"}),
-            FALSE);
+        tree.AddItemByTopics(Item(MEDIA_AUDIO_URL,
+                                  u"\U0001F3B5 \u0645\u0648\u0633\u064A\u0642\u0649", u"http://m",
+                                  {u"\u0420\u0430\u0434\u0438\u043E"}),
+                             FALSE);
         int count = 0;
         ASSERT_TRUE(ExportTreeMediaRecords(tree, CString(dir / "o.txt"), FALSE, unicode, FALSE,
                                            nullptr, &count));

@@ -37,20 +37,19 @@ inline CMediaContents SampleTree() {
     tree.AddItemByTopics(Item(MEDIA_VIDEO_FILE, u"Harbour at dusk", u"D:\\Films\\harbour.mp4",
                               {u"Video Files", u"Holidays"}, TRUE),
                          FALSE);
-    tree.AddItemByTopics(Item(MEDIA_AUDIO_URL, u"Morning Talk", u"http://radio.example/talk",
-                              {u"Radio"}),
-                         FALSE);
+    tree.AddItemByTopics(
+        Item(MEDIA_AUDIO_URL, u"Morning Talk", u"http://radio.example/talk", {u"Radio"}), FALSE);
     tree.AddItemByTopics(Item(MEDIA_AUDIO_FILE, u"\u65E5\u672C\u306E\u6B4C",
-                              u"/home/u/Music/\u6B4C.mp3", {u"Audio Files", u"\u00C9t\u00E9"}, TRUE),
+                              u"/home/u/Music/\u6B4C.mp3", {u"Audio Files", u"\u00C9t\u00E9"},
+                              TRUE),
                          FALSE);
-    tree.AddItemByTopics(Item(MEDIA_VIDEO_URL, u"10", u"https://tv.example/live.m3u8",
-                              {u"Radio", u"TV", u"News"}),
-                         FALSE);
-    tree.AddItemByTopics(Item(MEDIA_VIDEO_FILE, u"Share film", u"\\\\server\\films\\a.mkv",
-                              {u"Video Files"}),
-                         FALSE);
-    tree.AddItemByTopics(Item(MEDIA_AUDIO_FILE, u"Relative song", u"Music/song.mp3",
-                              {u"Audio Files"}),
-                         FALSE);
+    tree.AddItemByTopics(
+        Item(MEDIA_VIDEO_URL, u"10", u"https://tv.example/live.m3u8", {u"Radio", u"TV", u"News"}),
+        FALSE);
+    tree.AddItemByTopics(
+        Item(MEDIA_VIDEO_FILE, u"Share film", u"\\\\server\\films\\a.mkv", {u"Video Files"}),
+        FALSE);
+    tree.AddItemByTopics(
+        Item(MEDIA_AUDIO_FILE, u"Relative song", u"Music/song.mp3", {u"Audio Files"}), FALSE);
     return tree;
 }

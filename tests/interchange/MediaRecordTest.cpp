@@ -44,17 +44,18 @@ TEST(MediaRecordWrite, FileHeadAndRecordsGoldenText) {
     tree.AddItemByTopics(Item(MEDIA_AUDIO_URL, u"Morning Talk", u"http://r.example/t", {u"Radio"}),
                          FALSE);
     int count = 0;
-    ASSERT_TRUE(ExportTreeMediaRecords(tree, CString(dir / "o.txt"), FALSE, FALSE, FALSE, nullptr,
-                                       &count));
+    ASSERT_TRUE(
+        ExportTreeMediaRecords(tree, CString(dir / "o.txt"), FALSE, FALSE, FALSE, nullptr, &count));
     EXPECT_EQ(count, 2);
-    EXPECT_EQ(TempDir::Read(dir / "o.txt"), "\r\n// Orvex Media List\r\n\r\n"
-                                            "// Media Record Format 0.1\r\n"
-                                            "// See MediaRecordFormat.txt for definitions.\r\n"
-                                            "0\r\nVIDF\r\n6\r\nVideo Files,Holidays\r\n7\r\nyes\r\n"
-                                            "10\r\nHarbour at dusk\r\n11\r\nD:\\Films\\harbour.mp4\r\n"
-                                            "\r\n"
-                                            "0\r\nAUDU\r\n6\r\nRadio\r\n10\r\nMorning Talk\r\n"
-                                            "11\r\nhttp://r.example/t\r\n\r\n");
+    EXPECT_EQ(TempDir::Read(dir / "o.txt"),
+              "\r\n// Orvex Media List\r\n\r\n"
+              "// Media Record Format 0.1\r\n"
+              "// See MediaRecordFormat.txt for definitions.\r\n"
+              "0\r\nVIDF\r\n6\r\nVideo Files,Holidays\r\n7\r\nyes\r\n"
+              "10\r\nHarbour at dusk\r\n11\r\nD:\\Films\\harbour.mp4\r\n"
+              "\r\n"
+              "0\r\nAUDU\r\n6\r\nRadio\r\n10\r\nMorning Talk\r\n"
+              "11\r\nhttp://r.example/t\r\n\r\n");
 }
 
 TEST(MediaRecordWrite, ItemsBeforeSubTopicsAndUnknownType) {
@@ -64,8 +65,8 @@ TEST(MediaRecordWrite, ItemsBeforeSubTopicsAndUnknownType) {
     tree.m_topics[0].m_media[0].m_type = static_cast<MediaType>(9);
     TempDir dir;
     int count = 0;
-    ASSERT_TRUE(ExportTreeMediaRecords(tree, CString(dir / "o.txt"), FALSE, FALSE, FALSE, nullptr,
-                                       &count));
+    ASSERT_TRUE(
+        ExportTreeMediaRecords(tree, CString(dir / "o.txt"), FALSE, FALSE, FALSE, nullptr, &count));
     const std::string text = TempDir::Read(dir / "o.txt");
     EXPECT_LT(text.find("top"), text.find("deep"));
     EXPECT_NE(text.find("0\r\nUnknown Stream\r\n"), std::string::npos);
@@ -75,8 +76,8 @@ TEST(MediaRecordWrite, EmptyTreeWritesNothingAndFails) {
     TempDir dir;
     CMediaContents tree;
     int count = 0;
-    EXPECT_FALSE(ExportTreeMediaRecords(tree, CString(dir / "o.txt"), FALSE, FALSE, FALSE, nullptr,
-                                        &count));
+    EXPECT_FALSE(
+        ExportTreeMediaRecords(tree, CString(dir / "o.txt"), FALSE, FALSE, FALSE, nullptr, &count));
     EXPECT_EQ(TempDir::Read(dir / "o.txt"), "");
 }
 
@@ -86,8 +87,8 @@ TEST(MediaRecordWrite, ExcludeDiscFilesAndWriteAliases) {
     CMediaContents tree = SampleTree();
     TempDir dir;
     int count = 0;
-    ASSERT_TRUE(ExportTreeMediaRecords(tree, CString(dir / "o.txt"), TRUE, FALSE, TRUE, &aliases,
-                                       &count));
+    ASSERT_TRUE(
+        ExportTreeMediaRecords(tree, CString(dir / "o.txt"), TRUE, FALSE, TRUE, &aliases, &count));
     const std::string text = TempDir::Read(dir / "o.txt");
     // The drive path and the absolute local path go; the share and the
     // relative path stay, as do the streams.

@@ -68,7 +68,8 @@ TEST(M3uRead, OnlyHttpLinesCountWhateverTheLineEnds) {
 
 TEST(M3uRead, NoByteOrderMarkTestAndUtf8Titles) {
     TempDir dir;
-    const CMediaArray items = ReadM3uText(dir, "#EXTINF:-1,Caf\xC3\xA9 \xE6\x97\xA5\r\nhttp://c\r\n");
+    const CMediaArray items =
+        ReadM3uText(dir, "#EXTINF:-1,Caf\xC3\xA9 \xE6\x97\xA5\r\nhttp://c\r\n");
     ASSERT_EQ(items.GetSize(), 1);
     EXPECT_EQ(items[0].m_name, u"Caf\u00E9 \u65E5");
     CStringArray titles, urls;
@@ -81,11 +82,12 @@ TEST(M3uWrite, GoldenTextAndDiscFilesLeftOut) {
     int count = 0;
     ASSERT_TRUE(ExportTreeM3u(tree, CString(dir / "o.m3u"), FALSE, &count));
     EXPECT_EQ(count, 4);
-    EXPECT_EQ(TempDir::Read(dir / "o.m3u"), "\r\n#EXTM3U\r\n\r\n"
-                                            "#EXTINF:-1,Share film\r\n\\\\server\\films\\a.mkv\r\n\r\n"
-                                            "#EXTINF:-1,Morning Talk\r\nhttp://radio.example/talk\r\n\r\n"
-                                            "#EXTINF:-1,10\r\nhttps://tv.example/live.m3u8\r\n\r\n"
-                                            "#EXTINF:-1,Relative song\r\nMusic/song.mp3\r\n\r\n");
+    EXPECT_EQ(TempDir::Read(dir / "o.m3u"),
+              "\r\n#EXTM3U\r\n\r\n"
+              "#EXTINF:-1,Share film\r\n\\\\server\\films\\a.mkv\r\n\r\n"
+              "#EXTINF:-1,Morning Talk\r\nhttp://radio.example/talk\r\n\r\n"
+              "#EXTINF:-1,10\r\nhttps://tv.example/live.m3u8\r\n\r\n"
+              "#EXTINF:-1,Relative song\r\nMusic/song.mp3\r\n\r\n");
 }
 
 TEST(M3uWrite, Utf16HeadGoldenBytes) {
@@ -116,9 +118,9 @@ TEST(M3uRoundTrip, NamesAndUrlsComeBackTypedByLocation) {
 
 TEST(PlsRead, KeysByLowerCaseAndPairingByOrder) {
     TempDir dir;
-    const CMediaArray items =
-        ReadPlsText(dir, "[playlist]\r\nNumberOfEntries=9\r\nTitle2=Second\r\nfile1=http://a/x?q=1\r\n"
-                         "Title1=First\r\nFILE2=http://B/Y.MP3\nFile3=\nLength1=-1\nVersion=2\n");
+    const CMediaArray items = ReadPlsText(
+        dir, "[playlist]\r\nNumberOfEntries=9\r\nTitle2=Second\r\nfile1=http://a/x?q=1\r\n"
+             "Title1=First\r\nFILE2=http://B/Y.MP3\nFile3=\nLength1=-1\nVersion=2\n");
     ASSERT_EQ(items.GetSize(), 3);
     EXPECT_EQ(items[0].m_location, u"http://a/x?q=1");
     EXPECT_EQ(items[0].m_name, u"Second");

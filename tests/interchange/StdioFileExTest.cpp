@@ -58,7 +58,8 @@ TEST(StdioFileExRead, MarkAloneIsUtf16WithNoLine) {
 TEST(StdioFileExRead, Utf16LinesDropTheMarkAndOneLineEnd) {
     TempDir dir;
     TempDir::Write(dir / "u.txt",
-                   "\xFF\xFE" + Utf16Bytes(u"Gr\u00FC\u00DFe \u65E5\u672C\r\n\r\nzwei\r\r\ndrei\nlast"));
+                   "\xFF\xFE" +
+                       Utf16Bytes(u"Gr\u00FC\u00DFe \u65E5\u672C\r\n\r\nzwei\r\r\ndrei\nlast"));
     const auto lines = ReadAll(dir.File("u.txt"));
     ASSERT_EQ(lines.size(), 5u);
     EXPECT_EQ(lines[0], u"Gr\u00FC\u00DFe \u65E5\u672C");
