@@ -13,3 +13,11 @@ void PlaceItemsUnderTopic(CMediaContents& contents, const CMediaArray& items, co
 // Empties the tree and files each item under its own topics, or under the
 // root topic of its group when it names none.
 void OverwriteContents(CMediaContents& contents, const CMediaArray& items);
+
+// The four sources of the Import command, tested in this order.
+enum ImportSource {
+    IMPORT_SOURCE_DAT = 1,           // a contents file: replaces the contents
+    IMPORT_SOURCE_MEDIA_RECORDS = 2, // overwrites with an empty topic, else places
+    IMPORT_SOURCE_PLS = 3,           // places only
+    IMPORT_SOURCE_M3U = 4,           // places only
+};
