@@ -2,13 +2,7 @@
 #include "interchange/Playlists.h"
 
 BOOL ReadM3uEntries(const CString& path, CStringArray& titles, CStringArray& urls) {
-    CStdioFile file;
-    if (!file.Open(path, CFile::typeText))
-        return FALSE;
-    CString line;
-    while (file.ReadString(line)) {
-        CString lower(line);
-        lower.MakeLower();
+    return ForEachPlaylistLine(path, [&](const CString& line, const CString& lower) {
         if (lower.Find(CString(u"#extinf:-1")) >= 0) {
             const int comma = line.Find(u',');
             if (comma >= 0)
@@ -16,22 +10,7 @@ BOOL ReadM3uEntries(const CString& path, CStringArray& titles, CStringArray& url
         } else if (lower.Left(4) == u"http") {
             urls.Add(line);
         }
-    }
-    file.Close();
-    return TRUE;
-}
-
-void BuildPlaylistItems(const CStringArray& titles, const CStringArray& locations,
-                        const CExtensionArray& extensions, CMediaArray& items) {
-    for (int i = 0; i < locations.GetSize(); ++i) {
-        CMediaItem item;
-        CExtension kind;
-        extensions.ClassifyLocation(locations[i], kind);
-        item.m_type = kind.m_type == MEDIA_NONE ? MEDIA_AUDIO_URL : kind.m_type;
-        item.m_location = locations[i];
-        item.m_name = i < titles.GetSize() ? titles[i] : CString(u"Unknown");
-        items.Add(item);
-    }
+    });
 }
 
 void WriteM3uHead(CStdioFileEx* file) {

@@ -2,12 +2,19 @@
 // plain text stream (no byte-order mark test, CR LF a line end); titles and
 // locations are two lists paired by position.
 #pragma once
+#include <functional>
+
 #include "contents/Extensions.h"
 #include "contents/MediaContents.h"
 #include "interchange/StdioFileEx.h"
 
 // Downloads of playlists stop at this size.
 constexpr unsigned long kPlaylistDownloadLimit = 0x19000; // 102,400 bytes
+
+// Hands every line of a playlist file to `take`, with a lower-case copy
+// for the key tests. Gives 0 when the file can't be opened.
+using PlaylistLineFn = std::function<void(const CString& line, const CString& lower)>;
+BOOL ForEachPlaylistLine(const CString& path, const PlaylistLineFn& take);
 
 // M3U: the text behind the first "," of each "#EXTINF:-1" line is a title,
 // each line starting with "http" (any case) a URL. Gives 0 when the file

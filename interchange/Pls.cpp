@@ -12,24 +12,12 @@ void AddValue(const CString& line, CStringArray& list) {
 } // namespace
 
 BOOL ReadPlsEntries(const CString& path, CStringArray& titles, CStringArray& files) {
-    CStdioFile file;
-    if (!file.Open(path, CFile::typeText))
-        return FALSE;
-    CString line;
-    while (file.ReadString(line)) {
-        CString lower(line);
-        lower.MakeLower();
+    return ForEachPlaylistLine(path, [&](const CString& line, const CString& lower) {
         if (lower == u"[playlist]" || lower.Find(CString(u"numberofentries")) >= 0)
-            continue;
+            return;
         if (lower.Find(CString(u"file")) >= 0)
             AddValue(line, files);
         else if (lower.Find(CString(u"title")) >= 0)
             AddValue(line, titles);
-    }
-    file.Close();
-    return TRUE;
-}
-
-BOOL IsPlsPlaylistItem(const CMediaItem& item) {
-    return item.m_location.Find(CString(u"pls")) >= 0;
+    });
 }
