@@ -18,9 +18,8 @@ BOOL COrvexDoc::SaveModified() {
     // Playback ends before any question, so nothing plays behind the prompt.
     if (IMainFrame* frame = GetMainFrame())
         frame->StopPlaybackForExit();
-    if (m_bContentsChanged &&
-        AfxMessageBox(CString(u"Save Changes to Contents?"), MB_YESNO | MB_ICONINFORMATION) ==
-            IDYES) {
+    if (m_bContentsChanged && AfxMessageBox(CString(u"Save Changes to Contents?"),
+                                            MB_YESNO | MB_ICONINFORMATION) == IDYES) {
         SaveContents(ContentsFilePath());
         SaveUserData(UserDataFilePath());
     }

@@ -9,8 +9,8 @@ BOOL COrvexDoc::SetItemFavorite(const CNodeArray& path, const CMediaItem& item, 
     const BOOL favoritesView = forceFavoritesView || IsFavoritesDisplayed();
     if (!m_contents.SetItemFavorite(path, item, favorite, TRUE))
         return FALSE;
-    RefreshDisplay(TRUE, favoritesView, favoritesView ? nullptr : &m_contents.m_currentTopic,
-                   FALSE, TRUE);
+    RefreshDisplay(TRUE, favoritesView, favoritesView ? nullptr : &m_contents.m_currentTopic, FALSE,
+                   TRUE);
     m_bContentsChanged = TRUE;
     return TRUE;
 }

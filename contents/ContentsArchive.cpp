@@ -28,8 +28,8 @@ void StoreCount(CArchive& ar, int count) {
 void LoadTopic(CTopic& topic, CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema,
                int depth);
 
-void LoadTopicList(CTopicArray& topics, CArchive& ar, const CTopicStrAliasAr& aliases,
-                   int* pSchema, int depth) {
+void LoadTopicList(CTopicArray& topics, CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema,
+                   int depth) {
     const int32_t count = ReadCount(ar);
     for (int32_t i = 0; i < count; ++i) {
         CTopic work;

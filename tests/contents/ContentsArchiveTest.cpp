@@ -93,9 +93,9 @@ TEST(ContentsArchive, LoadingTakesOrderIndicesAndPathsAsStored) {
     // taken as they stand; nothing is recomputed.
     const std::string bytes =
         I32(2) + I32(1) + Node(u"B", 7) + I32(3) + I32(2) + I32(4) + Wide(CString(u"z")) +
-        Wide(CString(u"/z")) + I32(0) + I32(0) + I32(4) + Wide(CString(u"a")) + Wide(CString(u"/a")) +
-        I32(1) + Wide(CString(u"Elsewhere")) + I32(5) + I32(1) + I32(1) + Node(u"Child", 3) + I32(99) +
-        I32(0) + I32(0) + I32(0) + I32(2) + I32(0) + I32(0);
+        Wide(CString(u"/z")) + I32(0) + I32(0) + I32(4) + Wide(CString(u"a")) +
+        Wide(CString(u"/a")) + I32(1) + Wide(CString(u"Elsewhere")) + I32(5) + I32(1) + I32(1) +
+        Node(u"Child", 3) + I32(99) + I32(0) + I32(0) + I32(0) + I32(2) + I32(0) + I32(0);
     CMediaContents tree;
     ASSERT_EQ(LoadBytes(bytes, tree, CTopicStrAliasAr()), -1);
     ASSERT_EQ(tree.m_topics.GetSize(), 2);
@@ -200,25 +200,25 @@ TEST(ContentsArchive, NamesOf254And255CharactersUseTheirLengthForms) {
 TEST(ContentsArchive, BadCountsEndAtTheEndOfTheData) {
     // Negative counts read as no elements.
     CMediaContents tree;
-    ASSERT_EQ(LoadBytes(I32(1) + I32(-5) + I32(3) + I32(-1) + I32(INT32_MIN), tree,
-                        CTopicStrAliasAr()),
-              -1);
+    ASSERT_EQ(
+        LoadBytes(I32(1) + I32(-5) + I32(3) + I32(-1) + I32(INT32_MIN), tree, CTopicStrAliasAr()),
+        -1);
     ASSERT_EQ(tree.m_topics.GetSize(), 1);
     EXPECT_TRUE(tree.m_topics[0].IsEmpty());
 
     // A count that promises two billion topics costs nothing up front.
     CMediaContents huge;
-    EXPECT_EQ(LoadBytes(I32(INT32_MAX) + I32(0) + I32(4) + I32(0) + I32(0), huge,
-                        CTopicStrAliasAr()),
-              CArchiveException::endOfFile);
+    EXPECT_EQ(
+        LoadBytes(I32(INT32_MAX) + I32(0) + I32(4) + I32(0) + I32(0), huge, CTopicStrAliasAr()),
+        CArchiveException::endOfFile);
     EXPECT_EQ(huge.m_topics.GetSize(), 1); // the one complete topic
 
     // So does a string that claims more characters than the file holds.
     CMediaContents longName;
-    EXPECT_EQ(LoadBytes(I32(1) + I32(1) + std::string("\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x7F") +
-                            "ab",
-                        longName, CTopicStrAliasAr()),
-              CArchiveException::endOfFile);
+    EXPECT_EQ(
+        LoadBytes(I32(1) + I32(1) + std::string("\xFF\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x7F") + "ab",
+                  longName, CTopicStrAliasAr()),
+        CArchiveException::endOfFile);
     EXPECT_TRUE(longName.m_topics.IsEmpty());
 }
 
