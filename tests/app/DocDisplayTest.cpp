@@ -191,8 +191,9 @@ TEST(DisplayOperations, EachChangeRefreshesAsItsRowSaysAndMarksTheContents) {
         EXPECT_EQ(lib.second.Numbers(), row.hints) << row.name;
         EXPECT_TRUE(lib.doc.m_bContentsChanged) << row.name;
         EXPECT_FALSE(lib.doc.m_bFavoritesView) << row.name;
-        if (row.rows)
+        if (row.rows) {
             EXPECT_EQ(lib.Rows(), CString(row.rows)) << row.name;
+        }
         // The favourites were rebuilt by all but the sort.
         if (std::string(row.name) != "SortTopicMedia") {
             EXPECT_FALSE(lib.doc.m_favorites.IsEmpty()) << row.name;
