@@ -22,7 +22,8 @@ struct RunningProgram {
     COrvexDoc* doc = nullptr;
 
     RunningProgram() {
-        for (const char* f : {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
+        for (const char* f :
+             {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
             TempDir::Write(start + "/" + f, "");
         cwd = std::make_unique<ScopedCurrentDir>(start);
         env = std::make_unique<ScopedEnv>("XDG_DATA_HOME", root / "data");
@@ -164,12 +165,14 @@ TEST(DiscChange, ArrivalIsToldRemovalStopsDiscPlaybackFirst) {
     program.doc->AddView(&view);
     program.doc->OnDiscChange(CString(u"/dev/sr0"), TRUE);
     ASSERT_EQ(view.m_hints.size(), 1u);
-    EXPECT_EQ(view.m_hints[0], (RecordingView::Hint{HINT_DISC_ARRIVED, CString(u"/dev/sr0"), true}));
+    EXPECT_EQ(view.m_hints[0],
+              (RecordingView::Hint{HINT_DISC_ARRIVED, CString(u"/dev/sr0"), true}));
     EXPECT_TRUE(program.log.empty());
     program.doc->OnDiscChange(CString(u"/dev/sr1"), FALSE);
     EXPECT_EQ(program.log, std::vector<std::string>{"stop disc"});
     ASSERT_EQ(view.m_hints.size(), 2u);
-    EXPECT_EQ(view.m_hints[1], (RecordingView::Hint{HINT_DISC_REMOVED, CString(u"/dev/sr1"), true}));
+    EXPECT_EQ(view.m_hints[1],
+              (RecordingView::Hint{HINT_DISC_REMOVED, CString(u"/dev/sr1"), true}));
 
     // Without a frame a removal tells nobody.
     COrvexDoc alone;

@@ -154,8 +154,8 @@ TEST(DisplayOperations, EachChangeRefreshesAsItsRowSaysAndMarksTheContents) {
         const char16_t* rows; // the list afterwards
     };
     const std::vector<Row> table = {
-        {"RemoveMediaItem", [](Library& l) { return l.doc.RemoveMediaItem(l.jazz, l.blue); },
-         kList, u"Alpha"},
+        {"RemoveMediaItem", [](Library& l) { return l.doc.RemoveMediaItem(l.jazz, l.blue); }, kList,
+         u"Alpha"},
         {"RemoveMediaItems",
          [](Library& l) {
              CMediaArray items;
@@ -173,11 +173,11 @@ TEST(DisplayOperations, EachChangeRefreshesAsItsRowSaysAndMarksTheContents) {
              return l.doc.MoveMediaItems(items, l.news, l.jazz);
          },
          kTreeList, nullptr},
-        {"MoveTopic", [](Library& l) { return l.doc.MoveTopic(l.news, l.music, FALSE); },
-         kTreeList, nullptr},
+        {"MoveTopic", [](Library& l) { return l.doc.MoveTopic(l.news, l.music, FALSE); }, kTreeList,
+         nullptr},
         {"RelocateTopic",
-         [](Library& l) { return l.doc.RelocateTopic(l.news, l.music, RELOCATE_INTO); },
-         kTreeList, nullptr},
+         [](Library& l) { return l.doc.RelocateTopic(l.news, l.music, RELOCATE_INTO); }, kTreeList,
+         nullptr},
         {"DeleteTopic", [](Library& l) { return l.doc.DeleteTopic(l.news); }, kTreeList, nullptr},
         {"SortTopicMedia", [](Library& l) { return l.doc.SortTopicMedia(l.jazz, TRUE); }, kList,
          u"Alpha,Blue"},

@@ -17,7 +17,8 @@ struct Installation {
     std::string userFolder = root / "data/Orvex";
 
     Installation() {
-        for (const char* f : {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
+        for (const char* f :
+             {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
             TempDir::Write(start + "/" + f, "");
         TempDir::Write(start + "/TopicAlias.txt", "// stored,display\nDoc,Documentaries\n");
     }
@@ -49,18 +50,18 @@ TEST(Restart, ALibrarySurvivesARestartByteForByte) {
         ProgramRun first(install);
         COrvexDoc& doc = first.Doc();
         EXPECT_TRUE(doc.m_contents.m_topics.IsEmpty());
-        const CNodeArray docs = Ensure(doc.m_contents, {u"Documentaries", u"Space"}, MEDIA_VIDEO_FILE);
+        const CNodeArray docs =
+            Ensure(doc.m_contents, {u"Documentaries", u"Space"}, MEDIA_VIDEO_FILE);
         const CNodeArray radio = Ensure(doc.m_contents, {u"Radio"}, MEDIA_AUDIO_URL);
-        doc.m_contents.AddItem(docs, MakeItem(u"Moon", MEDIA_VIDEO_FILE, {u"Documentaries", u"Space"}),
-                               FALSE);
-        doc.m_contents.AddItem(docs, MakeItem(u"Mars", MEDIA_VIDEO_FILE, {u"Documentaries", u"Space"}),
-                               FALSE);
+        doc.m_contents.AddItem(
+            docs, MakeItem(u"Moon", MEDIA_VIDEO_FILE, {u"Documentaries", u"Space"}), FALSE);
+        doc.m_contents.AddItem(
+            docs, MakeItem(u"Mars", MEDIA_VIDEO_FILE, {u"Documentaries", u"Space"}), FALSE);
         CMediaItem station = MakeItem(u"Jazz FM – Ünïcødé", MEDIA_AUDIO_URL, {u"Radio"});
         station.m_location = u"https://stream.example/jazz";
         doc.m_contents.AddItem(radio, station, FALSE);
-        ASSERT_TRUE(doc.SetItemFavorite(docs, MakeItem(u"Mars", MEDIA_VIDEO_FILE,
-                                                       {u"Documentaries", u"Space"}),
-                                        TRUE, FALSE));
+        ASSERT_TRUE(doc.SetItemFavorite(
+            docs, MakeItem(u"Mars", MEDIA_VIDEO_FILE, {u"Documentaries", u"Space"}), TRUE, FALSE));
         ASSERT_TRUE(doc.SetItemFavorite(radio, station, TRUE, FALSE));
         ASSERT_TRUE(doc.SortTopicMedia(docs, TRUE));
         SetFaceName(doc.m_leftFont, CString(u"Left Face"));

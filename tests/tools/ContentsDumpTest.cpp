@@ -18,7 +18,8 @@ struct Result {
 // into the output behind standard output.
 Result RunCtl(const std::string& arguments) {
     const char* stage = getenv("ORVEX_STAGE_DIR");
-    const std::string command = std::string(stage ? stage : ".") + "/orvexctl " + arguments + " 2>&1";
+    const std::string command =
+        std::string(stage ? stage : ".") + "/orvexctl " + arguments + " 2>&1";
     Result result{-1, {}};
     FILE* pipe = popen(command.c_str(), "r");
     if (!pipe)
@@ -39,8 +40,8 @@ TEST(ContentsDump, PrintsEveryTopicAndItemInFileOrder) {
     COrvexDoc doc;
     doc.m_aliases.AddAlias(CString(u"Doc"), CString(u"Documentaries"));
     const CNodeArray jazz = Ensure(doc.m_contents, {u"Music", u"Jazz"});
-    doc.m_contents.AddItem(jazz, MakeItem(u"Blue\tNote", MEDIA_AUDIO_FILE, {u"Music", u"Jazz"}, TRUE),
-                           FALSE);
+    doc.m_contents.AddItem(
+        jazz, MakeItem(u"Blue\tNote", MEDIA_AUDIO_FILE, {u"Music", u"Jazz"}, TRUE), FALSE);
     const CNodeArray docs = Ensure(doc.m_contents, {u"Documentaries"}, MEDIA_VIDEO_URL);
     CMediaItem stream = MakeItem(u"Space", MEDIA_VIDEO_URL, {u"Documentaries"});
     stream.m_location = u"https://tv.example/space.m3u8";
@@ -50,12 +51,13 @@ TEST(ContentsDump, PrintsEveryTopicAndItemInFileOrder) {
 
     const Result stored = RunCtl("contents-dump " + (dir / "lib.dat"));
     EXPECT_EQ(stored.status, 0) << stored.out;
-    EXPECT_EQ(stored.out, "topic\tMusic[0]\ttype 4\n"
-                          "topic\tMusic[0]\\Jazz[0]\ttype 4\n"
-                          "item\tAUDF\tBlue\\x09Note\t/media/Blue\\x09Note\tMusic\\Jazz\tfavorite 1\n"
-                          "topic\tDoc[1]\ttype 2\n"
-                          "item\tVIDU\tSpace\thttps://tv.example/space.m3u8\tDoc\tfavorite 0\n"
-                          "3 topics, 2 items\n");
+    EXPECT_EQ(stored.out,
+              "topic\tMusic[0]\ttype 4\n"
+              "topic\tMusic[0]\\Jazz[0]\ttype 4\n"
+              "item\tAUDF\tBlue\\x09Note\t/media/Blue\\x09Note\tMusic\\Jazz\tfavorite 1\n"
+              "topic\tDoc[1]\ttype 2\n"
+              "item\tVIDU\tSpace\thttps://tv.example/space.m3u8\tDoc\tfavorite 0\n"
+              "3 topics, 2 items\n");
 
     const Result mapped =
         RunCtl("contents-dump --aliases " + (dir / "TopicAlias.txt") + " " + (dir / "lib.dat"));
