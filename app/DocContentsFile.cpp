@@ -1,18 +1,24 @@
 // Saving and loading the contents file. Both report file trouble through the
 // exception's own text; loading keeps whatever it read before trouble began.
+#include "app/DocFiles.h"
 #include "app/OrvexDoc.h"
 #include "contents/ContentsArchive.h"
 #include "platform/base/Archive.h"
 #include "platform/base/MessageBox.h"
 
+BOOL OpenFileOrReport(CFile& file, const CString& path, UINT openFlags) {
+    CFileException error;
+    if (file.Open(path, openFlags, &error))
+        return TRUE;
+    error.ReportError();
+    return FALSE;
+}
+
 BOOL COrvexDoc::SaveContents(const CString& path) {
     CFile file;
-    CFileException error;
     // The old file is gone from here on: there is no temporary file.
-    if (!file.Open(path, CFile::modeCreate | CFile::modeWrite, &error)) {
-        error.ReportError();
+    if (!OpenFileOrReport(file, path, CFile::modeCreate | CFile::modeWrite))
         return FALSE;
-    }
     try {
         CArchive ar(&file, CArchive::store);
         int schema = CONTENTS_SCHEMA;
@@ -30,11 +36,8 @@ BOOL COrvexDoc::SaveContents(const CString& path) {
 
 BOOL COrvexDoc::LoadContents(const CString& path) {
     CFile file;
-    CFileException error;
-    if (!file.Open(path, CFile::modeRead | CFile::shareDenyWrite, &error)) {
-        error.ReportError();
+    if (!OpenFileOrReport(file, path, CFile::modeRead | CFile::shareDenyWrite))
         return FALSE;
-    }
     BOOL result = TRUE;
     try {
         if (file.GetLength() == 0) {

@@ -28,20 +28,24 @@ void COrvexDoc::RefreshDisplay(BOOL rebuildFavorites, BOOL showFavorites, const 
         UpdateAllViews(nullptr, HINT_LIST);
 }
 
-BOOL COrvexDoc::ShowTopic(const CNodeArray& path) {
+namespace {
+
+BOOL DisplayTopicAt(COrvexDoc& doc, const CNodeArray& path, BOOL updateTree) {
     CTopic copy;
-    if (!m_contents.GetTopicCopy(path, copy))
+    if (!doc.m_contents.GetTopicCopy(path, copy))
         return FALSE;
-    RefreshDisplay(FALSE, FALSE, &copy, TRUE, TRUE);
+    doc.RefreshDisplay(FALSE, FALSE, &copy, updateTree, TRUE);
     return TRUE;
 }
 
+} // namespace
+
+BOOL COrvexDoc::ShowTopic(const CNodeArray& path) {
+    return DisplayTopicAt(*this, path, TRUE);
+}
+
 BOOL COrvexDoc::SelectTopic(const CNodeArray& path) {
-    CTopic copy;
-    if (!m_contents.GetTopicCopy(path, copy))
-        return FALSE;
-    RefreshDisplay(FALSE, FALSE, &copy, FALSE, TRUE);
-    return TRUE;
+    return DisplayTopicAt(*this, path, FALSE);
 }
 
 BOOL COrvexDoc::ShowFavorites() {

@@ -3,9 +3,21 @@
 // contents as changed, so a failed call leaves display and flag alone.
 #include "app/OrvexDoc.h"
 
+namespace {
+
+// The common end of a change that leaves the list on the current topic.
+BOOL ShowCurrentAfter(COrvexDoc& doc, BOOL changed, BOOL rebuildFavorites, BOOL updateTree) {
+    if (!changed)
+        return FALSE;
+    doc.RefreshDisplay(rebuildFavorites, FALSE, &doc.m_contents.m_currentTopic, updateTree, TRUE);
+    doc.m_bContentsChanged = TRUE;
+    return TRUE;
+}
+
+} // namespace
+
 BOOL COrvexDoc::SetItemFavorite(const CNodeArray& path, const CMediaItem& item, BOOL favorite,
                                 BOOL forceFavoritesView) {
-    // Decided before the refresh changes the display.
     const BOOL favoritesView = forceFavoritesView || IsFavoritesDisplayed();
     if (!m_contents.SetItemFavorite(path, item, favorite, TRUE))
         return FALSE;
@@ -16,21 +28,13 @@ BOOL COrvexDoc::SetItemFavorite(const CNodeArray& path, const CMediaItem& item, 
 }
 
 BOOL COrvexDoc::RemoveMediaItem(const CNodeArray& path, const CMediaItem& item) {
-    if (!m_contents.RemoveItem(path, item, TRUE))
-        return FALSE;
-    RefreshDisplay(TRUE, FALSE, &m_contents.m_currentTopic, FALSE, TRUE);
-    m_bContentsChanged = TRUE;
-    return TRUE;
+    return ShowCurrentAfter(*this, m_contents.RemoveItem(path, item, TRUE), TRUE, FALSE);
 }
 
 BOOL COrvexDoc::RemoveMediaItems(const CNodeArray& path, const CMediaArray& items) {
     // The caller's list may be the display's own rows, which the refresh replaces.
     const CMediaArray copy = items;
-    if (!m_contents.RemoveItems(path, copy, TRUE))
-        return FALSE;
-    RefreshDisplay(TRUE, FALSE, &m_contents.m_currentTopic, FALSE, TRUE);
-    m_bContentsChanged = TRUE;
-    return TRUE;
+    return ShowCurrentAfter(*this, m_contents.RemoveItems(path, copy, TRUE), TRUE, FALSE);
 }
 
 BOOL COrvexDoc::MoveMediaItem(const CMediaItem& item, const CNodeArray& fromPath,
@@ -49,41 +53,23 @@ BOOL COrvexDoc::MoveMediaItem(const CMediaItem& item, const CNodeArray& fromPath
 
 BOOL COrvexDoc::MoveMediaItems(const CMediaArray& items, const CNodeArray& fromPath,
                                const CNodeArray& toPath) {
-    if (!m_contents.MoveItems(items, fromPath, toPath, TRUE))
-        return FALSE;
-    RefreshDisplay(TRUE, FALSE, &m_contents.m_currentTopic, TRUE, TRUE);
-    m_bContentsChanged = TRUE;
-    return TRUE;
+    return ShowCurrentAfter(*this, m_contents.MoveItems(items, fromPath, toPath, TRUE), TRUE, TRUE);
 }
 
 BOOL COrvexDoc::MoveTopic(const CNodeArray& fromPath, const CNodeArray& toPath, BOOL after) {
-    if (!m_contents.MoveSibling(fromPath, toPath, after, TRUE))
-        return FALSE;
-    RefreshDisplay(TRUE, FALSE, &m_contents.m_currentTopic, TRUE, TRUE);
-    m_bContentsChanged = TRUE;
-    return TRUE;
+    return ShowCurrentAfter(*this, m_contents.MoveSibling(fromPath, toPath, after, TRUE), TRUE,
+                            TRUE);
 }
 
 BOOL COrvexDoc::RelocateTopic(const CNodeArray& fromPath, const CNodeArray& toPath, int mode) {
-    if (!m_contents.RelocateTopic(fromPath, toPath, mode, TRUE))
-        return FALSE;
-    RefreshDisplay(TRUE, FALSE, &m_contents.m_currentTopic, TRUE, TRUE);
-    m_bContentsChanged = TRUE;
-    return TRUE;
+    return ShowCurrentAfter(*this, m_contents.RelocateTopic(fromPath, toPath, mode, TRUE), TRUE,
+                            TRUE);
 }
 
 BOOL COrvexDoc::DeleteTopic(const CNodeArray& path) {
-    if (!m_contents.DeleteTopic(path, TRUE))
-        return FALSE;
-    RefreshDisplay(TRUE, FALSE, &m_contents.m_currentTopic, TRUE, TRUE);
-    m_bContentsChanged = TRUE;
-    return TRUE;
+    return ShowCurrentAfter(*this, m_contents.DeleteTopic(path, TRUE), TRUE, TRUE);
 }
 
 BOOL COrvexDoc::SortTopicMedia(const CNodeArray& path, BOOL ascending) {
-    if (!m_contents.SortTopic(path, ascending, TRUE))
-        return FALSE;
-    RefreshDisplay(FALSE, FALSE, &m_contents.m_currentTopic, FALSE, TRUE);
-    m_bContentsChanged = TRUE;
-    return TRUE;
+    return ShowCurrentAfter(*this, m_contents.SortTopic(path, ascending, TRUE), FALSE, FALSE);
 }

@@ -2,6 +2,7 @@
 // choices and the two browsing folders. Loading never speaks to the user: a
 // file that can't be read only leaves defaults, or a mix of read values and
 // defaults when it ends early.
+#include "app/DocFiles.h"
 #include "app/OrvexDoc.h"
 #include "platform/base/Archive.h"
 
@@ -10,34 +11,23 @@ namespace {
 // Schema 1 files end behind the LAV choices; schema 2 adds the folders.
 constexpr int32_t kUserDataSchema = 2;
 
-void StoreFlag(CArchive& ar, BOOL value) {
-    ar << static_cast<int32_t>(value);
-}
-
-void LoadFlag(CArchive& ar, BOOL& value) {
-    int32_t stored = 0;
-    ar >> stored;
-    value = stored;
-}
+// The four LAV choices, in the order of the file.
+constexpr BOOL CLavSetup::*kLavFields[] = {&CLavSetup::m_bWma2, &CLavSetup::m_bWmaPro,
+                                           &CLavSetup::m_bWmaAll, &CLavSetup::m_bStereoSpeakers};
 
 } // namespace
 
 BOOL COrvexDoc::SaveUserData(const CString& path) {
     CFile file;
-    CFileException error;
-    if (!file.Open(path, CFile::modeCreate | CFile::modeWrite, &error)) {
-        error.ReportError();
+    if (!OpenFileOrReport(file, path, CFile::modeCreate | CFile::modeWrite))
         return FALSE;
-    }
     try {
         CArchive ar(&file, CArchive::store);
         ar << kUserDataSchema;
         ar.Write(&m_rightFont, sizeof m_rightFont);
         ar.Write(&m_leftFont, sizeof m_leftFont);
-        StoreFlag(ar, m_lavSetup.m_bWma2);
-        StoreFlag(ar, m_lavSetup.m_bWmaPro);
-        StoreFlag(ar, m_lavSetup.m_bWmaAll);
-        StoreFlag(ar, m_lavSetup.m_bStereoSpeakers);
+        for (BOOL CLavSetup::*field : kLavFields)
+            ar << static_cast<int32_t>(m_lavSetup.*field);
         ar << m_videoFolder;
         ar << m_contentsFolder;
         ar.Close();
@@ -69,10 +59,11 @@ BOOL COrvexDoc::LoadUserData(const CString& path) {
         // bytes that were there.
         ar.ReadExact(&m_rightFont, sizeof m_rightFont);
         ar.ReadExact(&m_leftFont, sizeof m_leftFont);
-        LoadFlag(ar, m_lavSetup.m_bWma2);
-        LoadFlag(ar, m_lavSetup.m_bWmaPro);
-        LoadFlag(ar, m_lavSetup.m_bWmaAll);
-        LoadFlag(ar, m_lavSetup.m_bStereoSpeakers);
+        for (BOOL CLavSetup::*field : kLavFields) {
+            int32_t stored = 0;
+            ar >> stored;
+            m_lavSetup.*field = stored;
+        }
         if (schema >= 2) {
             ar >> m_videoFolder;
             ar >> m_contentsFolder;

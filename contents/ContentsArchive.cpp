@@ -25,6 +25,25 @@ void StoreCount(CArchive& ar, int count) {
     ar << static_cast<int32_t>(count);
 }
 
+// A count, then each element in array order.
+template <typename Array>
+void StoreList(const Array& elements, CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) {
+    StoreCount(ar, elements.GetSize());
+    for (const auto& element : elements)
+        element.Store(ar, aliases, pSchema);
+}
+
+// Each element is read into a cleared work object and appended by value.
+template <typename Array>
+void LoadList(Array& elements, CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) {
+    const int32_t count = ReadCount(ar);
+    for (int32_t i = 0; i < count; ++i) {
+        typename Array::value_type work;
+        work.Load(ar, aliases, pSchema);
+        elements.Add(std::move(work));
+    }
+}
+
 void LoadTopic(CTopic& topic, CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema,
                int depth);
 
@@ -67,18 +86,11 @@ void CNodeItem::Load(CArchive& ar, const CTopicStrAliasAr& aliases, int*) {
 }
 
 void CNodeArray::Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const {
-    StoreCount(ar, GetSize());
-    for (const CNodeItem& node : *this)
-        node.Store(ar, aliases, pSchema);
+    StoreList(*this, ar, aliases, pSchema);
 }
 
 void CNodeArray::Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) {
-    const int32_t count = ReadCount(ar);
-    for (int32_t i = 0; i < count; ++i) {
-        CNodeItem work;
-        work.Load(ar, aliases, pSchema);
-        Add(std::move(work));
-    }
+    LoadList(*this, ar, aliases, pSchema);
 }
 
 void CMediaItem::Store(CArchive& ar, const CTopicStrAliasAr& aliases, int*) const {
@@ -109,18 +121,11 @@ void CMediaItem::Load(CArchive& ar, const CTopicStrAliasAr& aliases, int*) {
 }
 
 void CMediaArray::Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const {
-    StoreCount(ar, GetSize());
-    for (const CMediaItem& item : *this)
-        item.Store(ar, aliases, pSchema);
+    StoreList(*this, ar, aliases, pSchema);
 }
 
 void CMediaArray::Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) {
-    const int32_t count = ReadCount(ar);
-    for (int32_t i = 0; i < count; ++i) {
-        CMediaItem work;
-        work.Load(ar, aliases, pSchema);
-        Add(std::move(work));
-    }
+    LoadList(*this, ar, aliases, pSchema);
 }
 
 void CTopic::Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const {
@@ -135,9 +140,7 @@ void CTopic::Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) {
 }
 
 void CTopicArray::Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const {
-    StoreCount(ar, GetSize());
-    for (const CTopic& topic : *this)
-        topic.Store(ar, aliases, pSchema);
+    StoreList(*this, ar, aliases, pSchema);
 }
 
 void CTopicArray::Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) {

@@ -12,18 +12,6 @@ namespace {
 
 const CString kSchemaRefused(u"User data file could not be read.");
 
-std::string SmallExample() {
-    const char bytes[] = "\x01\x00\x00\x00"         // schema
-                         "\x01\x00\x00\x00"         // root topic count
-                         "\x01\x00\x00\x00"         // node count of the first topic
-                         "\xFF\xFE\xFF\x01\x41\x00" // its node name, one wide character
-                         "\x00\x00\x00\x00"         // its node index
-                         "\x04\x00\x00\x00"         // media type
-                         "\x00\x00\x00\x00"         // item count
-                         "\x00\x00\x00\x00";        // child count
-    return std::string(bytes, sizeof bytes - 1);
-}
-
 // A document with a tree of two roots and three items, one a favourite.
 void FillLibrary(COrvexDoc& doc) {
     const CNodeArray jazz = Ensure(doc.m_contents, {u"Music", u"Jazz"});
@@ -45,7 +33,7 @@ TEST(SaveContents, WritesTheSmallExampleAndAnEmptyTreeAsEightBytes) {
 
     Ensure(doc.m_contents, {u"A"}, MEDIA_AUDIO_FILE);
     ASSERT_TRUE(doc.SaveContents(dir.File("small.dat")));
-    EXPECT_EQ(TempDir::Read(dir / "small.dat"), SmallExample());
+    EXPECT_EQ(TempDir::Read(dir / "small.dat"), SmallContentsFile());
     EXPECT_TRUE(boxes.Boxes().empty());
     EXPECT_FALSE(doc.m_bContentsChanged);
 }
@@ -133,7 +121,7 @@ TEST(LoadContents, EmptyTreeAndEmptyFileGiveZeroWithoutTellingThePanes) {
 
 TEST(LoadContents, OtherSchemasAndMissingFilesAreRefusedAndTheTreeStays) {
     TempDir dir;
-    std::string schema2 = SmallExample();
+    std::string schema2 = SmallContentsFile();
     schema2[0] = 2;
     TempDir::Write(dir / "schema2.dat", schema2);
     COrvexDoc doc;
@@ -191,7 +179,7 @@ TEST(LoadContents, NarrowNamesLoadAndSaveBackWide) {
     COrvexDoc doc;
     ASSERT_TRUE(doc.LoadContents(dir.File("narrow.dat")));
     ASSERT_TRUE(doc.SaveContents(dir.File("wide.dat")));
-    EXPECT_EQ(TempDir::Read(dir / "wide.dat"), SmallExample());
+    EXPECT_EQ(TempDir::Read(dir / "wide.dat"), SmallContentsFile());
 }
 
 TEST(LoadContents, AliasesMapNamesBothWays) {

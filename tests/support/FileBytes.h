@@ -43,4 +43,18 @@ inline std::string Narrow(const std::string& bytes) {
     return Length(static_cast<uint32_t>(bytes.size())) + bytes;
 }
 
+// The smallest useful contents file: one root topic A of media type 4, with
+// no items and no children, written with an empty alias table.
+inline std::string SmallContentsFile() {
+    const char bytes[] = "\x01\x00\x00\x00"         // schema
+                         "\x01\x00\x00\x00"         // root topic count
+                         "\x01\x00\x00\x00"         // node count of the first topic
+                         "\xFF\xFE\xFF\x01\x41\x00" // its node name, one wide character
+                         "\x00\x00\x00\x00"         // its node index
+                         "\x04\x00\x00\x00"         // media type
+                         "\x00\x00\x00\x00"         // item count
+                         "\x00\x00\x00\x00";        // child count
+    return std::string(bytes, sizeof bytes - 1);
+}
+
 } // namespace filebytes
