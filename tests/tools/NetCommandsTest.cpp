@@ -17,13 +17,11 @@ struct CtlRun {
     std::string err;
 };
 
-// Runs the staged orvexctl in dir (its start directory) with the arguments,
+// Runs orvexctl in dir (its start directory) with the arguments,
 // which the tests keep free of shell characters.
 CtlRun Orvexctl(const TempDir& dir, const std::string& arguments, const std::string& env = "") {
-    const char* stage = getenv("ORVEX_STAGE_DIR");
-    std::string command = "cd '" + dir.Path().string() + "' && " + env + " '" +
-                          std::string(stage ? stage : ".") + "/orvexctl' " + arguments + " 2>'" +
-                          (dir / "stderr.txt") + "'";
+    std::string command = "cd '" + dir.Path().string() + "' && " + env + " '" + ORVEXCTL_PATH +
+                          "' " + arguments + " 2>'" + (dir / "stderr.txt") + "'";
     CtlRun run;
     FILE* pipe = popen(command.c_str(), "r");
     if (!pipe)
