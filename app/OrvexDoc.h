@@ -54,6 +54,11 @@ public:
     // Gives the start directory when the user's folder can't be used.
     CString SettleDataFolder(const CString& startDirectory);
 
+    // Check For Updates: compares this version with the download server's.
+    void OnCheckForUpdates();
+    // The program's version as "%d.%d.%d.%d".
+    BOOL GetVersionString(CString& out);
+
     void AddView(IDocView* view);
     void RemoveView(IDocView* view);
     void UpdateAllViews(IDocView* sender, int hint, const CString* object = nullptr);

@@ -74,7 +74,10 @@ void CMainFrame::CreateMenus() {
     connect(fontRight, &QAction::triggered, this, [this] { m_document.OnFontRight(); });
     AddCommand(setup, ID_FOLDER_LOCATIONS, QStringLiteral("Folder Locations..."));
     AddCommand(setup, ID_LAV_SETUP, QStringLiteral("LAV Setup..."));
-    AddCommand(setup, ID_CHECK_FOR_UPDATES, QStringLiteral("Check For Updates"));
+    QAction* checkForUpdates =
+        AddCommand(setup, ID_CHECK_FOR_UPDATES, QStringLiteral("Check For Updates"));
+    checkForUpdates->setEnabled(true);
+    connect(checkForUpdates, &QAction::triggered, this, [this] { m_document.OnCheckForUpdates(); });
 
     QMenu* tools = menuBar()->addMenu(QStringLiteral("&Tools"));
     AddCommand(tools, ID_EXPORT, QStringLiteral("Export"));
