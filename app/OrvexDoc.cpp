@@ -47,12 +47,9 @@ BOOL COrvexDoc::OnNewDocument() {
     m_extensions.LoadExtensions();
     const CString startDirectory = app ? app->m_startDirectory : GetCurrentDirectoryW();
     m_dataFolder = SettleDataFolder(startDirectory);
-    return TRUE;
-}
-
-BOOL COrvexDoc::SaveModified() {
-    if (IMainFrame* frame = GetMainFrame())
-        frame->StopPlaybackForExit();
+    // Results are not examined: start-up never stops because of a data file.
+    LoadContents(ContentsFilePath());
+    LoadUserData(UserDataFilePath());
     return TRUE;
 }
 

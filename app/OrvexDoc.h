@@ -8,6 +8,8 @@
 #include "contents/Extensions.h"
 #include "contents/MediaContents.h"
 #include "contents/TopicAliases.h"
+#include "interchange/Export.h"
+#include "interchange/ImportPlacing.h"
 #include "platform/base/LogFont.h"
 #include "player/LavSetup.h"
 
@@ -54,13 +56,93 @@ public:
     // Gives the start directory when the user's folder can't be used.
     CString SettleDataFolder(const CString& startDirectory);
 
+    // Check For Updates: compares this version with the download server's.
+    void OnCheckForUpdates();
+    // The program's version as "%d.%d.%d.%d".
+    BOOL GetVersionString(CString& out);
+
     void AddView(IDocView* view);
     void RemoveView(IDocView* view);
     void UpdateAllViews(IDocView* sender, int hint, const CString* object = nullptr);
 
+    // Import and export (DocImportExport.cpp). The readers give nonzero on
+    // success; *count is the number of valid records (Media Record Format)
+    // or of items placed (playlists). An empty topic makes the Media Record
+    // reader overwrite the contents; the playlist readers refuse it. A
+    // playlist source starting with "http" is downloaded first.
+    BOOL ReadMediaRecords(const CString& path, const CString& topic, int* count);
+    BOOL ReadM3u(const CString& source, const CString& topic, int* count);
+    BOOL ReadPls(const CString& source, const CString& topic, int* count);
+    BOOL ExportMediaRecords(const CString& path, BOOL excludeDiscFiles, BOOL unicode,
+                            BOOL writeAliases, int* count);
+    BOOL ExportM3u(const CString& path, BOOL unicode, int* count);
+    // The Import and Export commands once their dialogs are answered: each
+    // does the work and shows its one message.
+    BOOL ImportFromSource(ImportSource source, const CString& path, const CString& topic);
+    BOOL ExportContents(const CExportOptions& options, const CString& path);
+    // Export Topic: the checks before its dialog (with their boxes), and the
+    // writing after it.
+    BOOL PrepareTopicExport(const CNodeArray& path, CTopic& topic);
+    BOOL ExportTopicTo(const CTopic& topic, const CExportOptions& options, const CString& filePath);
+    // A playlist item of the list, imported under `topic` once its dialog is
+    // answered; `path` is the topic that holds the item.
+    BOOL ImportPlaylistItemTo(const CNodeArray& path, const CMediaItem& item, const CString& topic,
+                              BOOL deleteItem);
+
+    // Library files (DocContentsFile.cpp, DocUserData.cpp). Each gives 1 on
+    // success; LoadContents replaces the tree and shows the favourites.
+    BOOL SaveContents(const CString& path);
+    BOOL LoadContents(const CString& path);
+    BOOL SaveUserData(const CString& path);
+    BOOL LoadUserData(const CString& path);
+
+    // The display model (DocDisplay.cpp): what the list pane shows.
+    void RefreshDisplay(BOOL rebuildFavorites, BOOL showFavorites, const CTopic* pTopic,
+                        BOOL updateTree, BOOL updateList);
+    BOOL ShowTopic(const CNodeArray& path);
+    BOOL SelectTopic(const CNodeArray& path);
+    BOOL ShowFavorites();
+    // The favourites are recognised by the name of the displayed topic.
+    BOOL IsFavoritesDisplayed() const;
+
+    // Changes of the tree (DocOperations.cpp): each calls the tree, refreshes
+    // the display and marks the contents changed; 0 changes nothing.
+    BOOL SetItemFavorite(const CNodeArray& path, const CMediaItem& item, BOOL favorite,
+                         BOOL forceFavoritesView);
+    BOOL RemoveMediaItem(const CNodeArray& path, const CMediaItem& item);
+    BOOL RemoveMediaItems(const CNodeArray& path, const CMediaArray& items);
+    BOOL MoveMediaItem(const CMediaItem& item, const CNodeArray& fromPath,
+                       const CNodeArray& toPath);
+    BOOL MoveMediaItems(const CMediaArray& items, const CNodeArray& fromPath,
+                        const CNodeArray& toPath);
+    BOOL MoveTopic(const CNodeArray& fromPath, const CNodeArray& toPath, BOOL after);
+    BOOL RelocateTopic(const CNodeArray& fromPath, const CNodeArray& toPath, int mode);
+    BOOL DeleteTopic(const CNodeArray& path);
+    BOOL SortTopicMedia(const CNodeArray& path, BOOL ascending);
+
+    // Commands (DocCommands.cpp).
+    // m_dataFolder + "/OrvexContents.dat" and + "/OrvexUser.dat".
+    CString ContentsFilePath() const;
+    CString UserDataFilePath() const;
+    void OnSaveContents();
+    // Run the font dialog on the pane's font; OK applies it.
+    void OnFontLeft();
+    void OnFontRight();
+    // The OK of "Set Folder Paths": both folders taken, changed or not.
+    void SetFolderLocations(const CString& contentsFolder, const CString& videoFolder);
+    void OnDiscChange(const CString& drive, BOOL arrived);
+
 private:
+    void PlaceImported(const CMediaArray& items, const CString& topic, int* count);
+    BOOL ReadPlaylist(BOOL pls, const CString& source, const CString& topic, int* count);
+    // Fetches a playlist URL into `target`; a failure shows its box, naming
+    // the reader.
+    BOOL DownloadPlaylist(const CString& url, const CString& target, const char16_t* reader);
+
     std::vector<IDocView*> m_views;
 };
 
+// The name of the made-up topic that shows the favourites.
+extern const char16_t* const kFavoritesName;
 // The four data files, in the order they are seeded.
 extern const char16_t* const kSeededDataFiles[4];

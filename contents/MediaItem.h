@@ -4,6 +4,9 @@
 #include "platform/base/Array.h"
 #include "platform/base/CString.h"
 
+class CArchive;
+class CTopicStrAliasAr;
+
 enum MediaType : uint32_t {
     MEDIA_NONE = 0,
     MEDIA_AUDIO_URL = 1,
@@ -11,8 +14,6 @@ enum MediaType : uint32_t {
     MEDIA_VIDEO_FILE = 3,
     MEDIA_AUDIO_FILE = 4,
 };
-
-class CTopicStrAliasAr;
 
 class CMediaItem {
 public:
@@ -43,6 +44,11 @@ public:
     // each mapped from its stored form; 0 for an empty list or no table.
     // Lives with the record reader (interchange library).
     BOOL SetTopicsFromList(const CString& list, const CTopicStrAliasAr* aliases);
+
+    // The contents file form; topic names go through the alias table, the
+    // name and the location as they are.
+    void Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const;
+    void Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema);
 };
 
 class CMediaArray : public CArray<CMediaItem> {
@@ -50,6 +56,10 @@ public:
     BOOL Contains(const CMediaItem& item) const;
     // By name without case; the order of equal names is not defined.
     void SortByName(BOOL ascending);
+
+    void Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const;
+    // Appends the stored items.
+    void Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema);
 };
 
 // Splits a "\"-separated path into trimmed parts. An empty text gives no part;

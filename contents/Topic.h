@@ -7,8 +7,12 @@
 
 class CTopic;
 class CStdioFileEx;
-class CTopicStrAliasAr;
-class CTopicArray : public CArray<CTopic> {};
+class CTopicArray : public CArray<CTopic> {
+public:
+    void Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const;
+    // Appends the stored topics, each with its whole subtree.
+    void Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema);
+};
 
 class CTopic : public CNodeArray {
 public:
@@ -32,6 +36,10 @@ public:
                            const BOOL* excludeDiscFiles, const BOOL* writeAliases,
                            int* count) const;
     BOOL WriteM3u(CStdioFileEx* file, int* count) const;
+
+    // The contents file form: path, media type, items, children.
+    void Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const;
+    void Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema);
 
     CNodeArray& Path() { return *this; }
     const CNodeArray& Path() const { return *this; }

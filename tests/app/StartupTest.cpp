@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <thread>
+#include <utility>
 
 #include "app/MainFrameLink.h"
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
 #include "platform/base/ComponentServices.h"
+#include "tests/app/DocFixtures.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/MessageBoxRecorder.h"
 #include "tests/support/TempDir.h"
 
@@ -14,6 +17,20 @@ namespace {
 const char* const kFiles[] = {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat",
                               "results.txt"};
 const CString kNotAvailable(u"User AppData folder not available. Changes cannot be saved.");
+
+// A contents file with one root topic of this name.
+std::string ContentsWithRoot(const char16_t* name) {
+    using namespace filebytes;
+    return I32(1) + I32(1) + I32(1) + Wide(CString(name)) + I32(0) + I32(4) + I32(0) + I32(0);
+}
+
+// The default copy of a data file: a valid contents file, and text that
+// names the file for the others (which their readers refuse silently).
+std::string DefaultBytes(const std::string& file) {
+    if (file == "OrvexContents.dat")
+        return ContentsWithRoot(u"default");
+    return "default " + file;
+}
 
 // A start directory holding the given default files, each with its own name
 // as content, and a data home beside it.
@@ -27,7 +44,7 @@ struct Install {
                          "OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"}) {
         std::filesystem::create_directories(start);
         for (const char* f : files)
-            TempDir::Write(start + "/" + f, std::string("default ") + f);
+            TempDir::Write(start + "/" + f, DefaultBytes(f));
     }
 
     // Runs the document's start-up from the start directory.
@@ -43,18 +60,6 @@ struct Install {
     }
 };
 
-class FakeFrame : public IMainFrame, public CMessageTarget {
-public:
-    explicit FakeFrame(std::vector<std::string>& log) : m_log(log) {}
-    void ShowFrame() override { m_log.push_back("show"); }
-    void StopPlaybackForExit() override { m_log.push_back("stop"); }
-    HWND GetFrameHwnd() const override { return GetSafeHwnd(); }
-    LRESULT OnWindowMessage(UINT, WPARAM, LPARAM) override { return 0; }
-
-private:
-    std::vector<std::string>& m_log;
-};
-
 } // namespace
 
 TEST(DataFolder, FirstRunCreatesTheFolderAndCopiesAllFour) {
@@ -63,20 +68,21 @@ TEST(DataFolder, FirstRunCreatesTheFolderAndCopiesAllFour) {
     EXPECT_EQ(install.Run(boxes), CString(install.userFolder));
     EXPECT_TRUE(boxes.Boxes().empty());
     for (const char* f : kFiles)
-        EXPECT_EQ(TempDir::Read(install.userFolder + "/" + f), std::string("default ") + f);
+        EXPECT_EQ(TempDir::Read(install.userFolder + "/" + f), DefaultBytes(f));
 }
 
 TEST(DataFolder, LaterRunsCopyOnlyWhatIsMissing) {
     Install install;
     MessageBoxRecorder boxes;
     install.Run(boxes);
-    TempDir::Write(install.userFolder + "/OrvexContents.dat", "user's own");
-    TempDir::Write(install.start + "/OrvexContents.dat", "newer default");
+    TempDir::Write(install.userFolder + "/OrvexContents.dat", ContentsWithRoot(u"user's own"));
+    TempDir::Write(install.start + "/OrvexContents.dat", ContentsWithRoot(u"newer default"));
     std::filesystem::remove(install.userFolder + "/OrvexUser.dat");
 
     EXPECT_EQ(install.Run(boxes), CString(install.userFolder));
     EXPECT_TRUE(boxes.Boxes().empty());
-    EXPECT_EQ(TempDir::Read(install.userFolder + "/OrvexContents.dat"), "user's own");
+    EXPECT_EQ(TempDir::Read(install.userFolder + "/OrvexContents.dat"),
+              ContentsWithRoot(u"user's own"));
     EXPECT_EQ(TempDir::Read(install.userFolder + "/OrvexUser.dat"), "default OrvexUser.dat");
 }
 
@@ -165,7 +171,8 @@ TEST(OrvexApp, InitInstanceLoadsThenShowsTheFrameAndExitStopsPlaybackFirst) {
 
 TEST(OrvexApp, ComponentServiceFailureEndsStartUpWithItsMessage) {
     COrvexApp app;
-    RegisterComponentService([] { return false; });
+    // Fails once, so that later start-ups in this process get through.
+    RegisterComponentService([failed = false]() mutable { return std::exchange(failed, true); });
     MessageBoxRecorder boxes;
     EXPECT_FALSE(app.InitInstance());
     ASSERT_EQ(boxes.Texts().size(), 1u);
