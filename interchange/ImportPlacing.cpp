@@ -1,7 +1,7 @@
 #include "interchange/ImportPlacing.h"
 
-void PlaceItemsUnderTopic(CMediaContents& contents, const CMediaArray& items,
-                          const CString& topic, int* count) {
+void PlaceItemsUnderTopic(CMediaContents& contents, const CMediaArray& items, const CString& topic,
+                          int* count) {
     // Making a topic current copies it whole. Only the last receiving topic
     // stays current, so it is copied once at the end: copying it for every
     // item would make a large playlist cost the square of its length.
