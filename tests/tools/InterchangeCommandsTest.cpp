@@ -1,34 +1,16 @@
 // orvexctl import and export, run as programs on library files.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <cstdio>
 #include <string>
 
+#include "tests/support/OrvexctlRun.h"
 #include "tests/support/TempDir.h"
 
 namespace {
 
-struct CtlResult {
-    int exitCode = -1;
-    std::string out;
-};
-
-// Runs orvexctl in dir with arguments that hold no shell characters.
-CtlResult Ctl(const TempDir& dir, const std::string& arguments) {
-    const std::string command =
-        "cd '" + dir.Path().string() + "' && '" + ORVEXCTL_PATH + "' " + arguments + " 2>/dev/null";
-    CtlResult result;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return result;
-    char buffer[4096];
-    size_t n;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0)
-        result.out.append(buffer, n);
-    const int status = pclose(pipe);
-    result.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return result;
+// The tests keep their arguments free of shell characters.
+CtlRun Ctl(const TempDir& dir, const std::string& arguments) {
+    return Orvexctl(dir, arguments);
 }
 
 const std::string kRecords = "\r\n// Orvex Media List\r\n\r\n"
@@ -42,11 +24,11 @@ const std::string kRecords = "\r\n// Orvex Media List\r\n\r\n"
 TEST(OrvexctlImportExport, RecordsThroughALibraryAndBackAreTheSame) {
     TempDir dir;
     TempDir::Write(dir / "in.txt", kRecords);
-    CtlResult import = Ctl(dir, "import --format mrf in.txt lib.dat");
+    CtlRun import = Ctl(dir, "import --format mrf in.txt lib.dat");
     EXPECT_EQ(import.exitCode, 0);
     EXPECT_EQ(import.out, "Contents overwritten with 2 Media Items.\n");
 
-    CtlResult exported = Ctl(dir, "export --format mrf lib.dat out.txt");
+    CtlRun exported = Ctl(dir, "export --format mrf lib.dat out.txt");
     EXPECT_EQ(exported.exitCode, 0);
     EXPECT_EQ(exported.out, "2 Media records saved to out.txt.\n");
     EXPECT_EQ(TempDir::Read(dir / "out.txt"),
@@ -55,7 +37,7 @@ TEST(OrvexctlImportExport, RecordsThroughALibraryAndBackAreTheSame) {
                   "// See MediaRecordFormat.txt for definitions.\r\n" +
                   kRecords.substr(25));
 
-    CtlResult dat = Ctl(dir, "export --format dat lib.dat copy.dat");
+    CtlRun dat = Ctl(dir, "export --format dat lib.dat copy.dat");
     EXPECT_EQ(dat.exitCode, 0);
     EXPECT_EQ(dat.out, "3 Topics and 2 Media items saved to copy.dat.\n");
     EXPECT_EQ(TempDir::Read(dir / "copy.dat"), TempDir::Read(dir / "lib.dat"));
@@ -66,20 +48,20 @@ TEST(OrvexctlImportExport, PlacingPlaylistsAndTopicExport) {
     TempDir::Write(dir / "in.txt", kRecords);
     ASSERT_EQ(Ctl(dir, "import --format mrf in.txt lib.dat").exitCode, 0);
     TempDir::Write(dir / "p.pls", "[playlist]\nFile1=http://s/a\nTitle1=A\nFile2=http://s/b\n");
-    CtlResult pls = Ctl(dir, "import --format pls --topic Radio p.pls lib.dat");
+    CtlRun pls = Ctl(dir, "import --format pls --topic Radio p.pls lib.dat");
     EXPECT_EQ(pls.exitCode, 0);
     EXPECT_EQ(pls.out, "2 Media Items placed under Radio Topic.\n");
 
-    CtlResult m3u = Ctl(dir, "export --format m3u --topic Radio lib.dat radio.m3u");
+    CtlRun m3u = Ctl(dir, "export --format m3u --topic Radio lib.dat radio.m3u");
     EXPECT_EQ(m3u.exitCode, 0);
     EXPECT_EQ(m3u.out, "3 Media records saved to radio.m3u.\n");
     EXPECT_EQ(TempDir::Read(dir / "radio.m3u"),
               "\r\n#EXTM3U\r\n\r\n#EXTINF:-1,Morning Talk\r\nhttp://radio.example/talk\r\n\r\n"
               "#EXTINF:-1,A\r\nhttp://s/a\r\n\r\n#EXTINF:-1,Unknown\r\nhttp://s/b\r\n\r\n");
 
-    CtlResult placed = Ctl(dir, "import --format mrf --topic Old in.txt lib.dat");
+    CtlRun placed = Ctl(dir, "import --format mrf --topic Old in.txt lib.dat");
     EXPECT_EQ(placed.out, "2 Media Items placed under Old Topic.\n");
-    CtlResult sub = Ctl(dir, "export --format mrf --topic Old\\\\Video\\ Files lib.dat sub.txt");
+    CtlRun sub = Ctl(dir, "export --format mrf --topic Old\\\\Video\\ Files lib.dat sub.txt");
     EXPECT_EQ(sub.exitCode, 0);
     EXPECT_NE(TempDir::Read(dir / "sub.txt").find("6\r\nOld,Video Files,Holidays\r\n"),
               std::string::npos);
@@ -91,16 +73,16 @@ TEST(OrvexctlImportExport, FailuresPrintTheProgramsWords) {
     ASSERT_EQ(Ctl(dir, "import --format mrf in.txt lib.dat").exitCode, 0);
     const std::string library = TempDir::Read(dir / "lib.dat");
 
-    CtlResult missing = Ctl(dir, "import --format m3u --topic X none.m3u lib.dat");
+    CtlRun missing = Ctl(dir, "import --format m3u --topic X none.m3u lib.dat");
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_EQ(missing.out, "Import from none.m3u failed.\n");
     EXPECT_EQ(TempDir::Read(dir / "lib.dat"), library);
 
-    CtlResult dat = Ctl(dir, "export --format dat --topic Radio lib.dat t.dat");
+    CtlRun dat = Ctl(dir, "export --format dat --topic Radio lib.dat t.dat");
     EXPECT_EQ(dat.exitCode, 1);
     EXPECT_EQ(dat.out, "Cannot export topic to .dat file.\n");
-    CtlResult noTopic = Ctl(dir, "export --format mrf --topic Nowhere lib.dat t.txt");
+    CtlRun noTopic = Ctl(dir, "export --format mrf --topic Nowhere lib.dat t.txt");
     EXPECT_EQ(noTopic.out, "Topic error - export failed\n");
-    CtlResult badForm = Ctl(dir, "export --format xml lib.dat t.txt");
+    CtlRun badForm = Ctl(dir, "export --format xml lib.dat t.txt");
     EXPECT_EQ(badForm.exitCode, 2);
 }
