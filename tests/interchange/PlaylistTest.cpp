@@ -13,22 +13,23 @@ CExtensionArray Extensions() {
     return extensions;
 }
 
-CMediaArray ReadM3uText(TempDir& dir, const std::string& text) {
-    TempDir::Write(dir / "p.m3u", text);
-    CStringArray titles, urls;
-    EXPECT_TRUE(ReadM3uEntries(dir.File("p.m3u"), titles, urls));
+using EntryReader = BOOL (*)(const CString&, CStringArray&, CStringArray&);
+
+CMediaArray ReadPlaylistText(TempDir& dir, EntryReader read, const std::string& text) {
+    TempDir::Write(dir / "playlist", text);
+    CStringArray titles, locations;
+    EXPECT_TRUE(read(dir.File("playlist"), titles, locations));
     CMediaArray items;
-    BuildPlaylistItems(titles, urls, Extensions(), items);
+    BuildPlaylistItems(titles, locations, Extensions(), items);
     return items;
 }
 
+CMediaArray ReadM3uText(TempDir& dir, const std::string& text) {
+    return ReadPlaylistText(dir, ReadM3uEntries, text);
+}
+
 CMediaArray ReadPlsText(TempDir& dir, const std::string& text) {
-    TempDir::Write(dir / "p.pls", text);
-    CStringArray titles, files;
-    EXPECT_TRUE(ReadPlsEntries(dir.File("p.pls"), titles, files));
-    CMediaArray items;
-    BuildPlaylistItems(titles, files, Extensions(), items);
-    return items;
+    return ReadPlaylistText(dir, ReadPlsEntries, text);
 }
 
 } // namespace
