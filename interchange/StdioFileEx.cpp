@@ -1,6 +1,6 @@
 #include "interchange/StdioFileEx.h"
 
-#include <array>
+#include <cerrno>
 #include <string>
 
 #include "platform/base/Utf.h"
@@ -8,6 +8,7 @@
 namespace {
 
 constexpr size_t kLineBytes = 4096;
+constexpr size_t kWriteChunk = 64 * 1024;
 
 std::u16string_view UpToNul(const CString& text) {
     std::u16string_view view = text.view();
@@ -37,6 +38,49 @@ std::string WideToMultiByte(UINT codePage, std::u16string_view text) {
 }
 
 } // namespace
+
+CStdioFileEx::~CStdioFileEx() {
+    Abort();
+}
+
+void CStdioFileEx::Put(const char* bytes, size_t count) {
+    if (!IsOpen())
+        throw CFileException(CFileException::invalidFile, EBADF, m_path);
+    m_pending.append(bytes, count);
+    if (m_pending.size() >= kWriteChunk)
+        Flush();
+}
+
+void CStdioFileEx::Flush() {
+    if (m_pending.empty())
+        return;
+    // Cleared first: a failed write is reported once, not again on Close.
+    const std::string bytes = std::move(m_pending);
+    m_pending.clear();
+    CFile::Write(bytes.data(), static_cast<UINT>(bytes.size()));
+}
+
+ULONGLONG CStdioFileEx::GetPosition() const {
+    return CStdioFile::GetPosition() + m_pending.size();
+}
+
+void CStdioFileEx::Close() {
+    if (IsOpen())
+        Flush();
+    m_pending.clear();
+    CStdioFile::Close();
+}
+
+void CStdioFileEx::Abort() {
+    // The road out after a failure: keep what can be kept, report nothing.
+    try {
+        if (IsOpen())
+            Flush();
+    } catch (const CFileException&) {
+    }
+    m_pending.clear();
+    CStdioFile::Abort();
+}
 
 UINT CStdioFileEx::CodePage() const {
     return m_codePage == -1 ? GetACP() : static_cast<UINT>(m_codePage);
@@ -99,21 +143,19 @@ BOOL CStdioFileEx::ReadString(CString& line) {
 void CStdioFileEx::WriteString(const CString& text) {
     const std::u16string_view source = UpToNul(text);
     if (m_openFlags & modeWriteUtf16) {
-        if (!IsOpen() || GetPosition() == 0) {
-            static constexpr unsigned char kMark[2] = {0xFF, 0xFE};
-            CFile::Write(kMark, 2);
-        }
+        // Text waiting to be written puts the position past 0 without asking
+        // the system.
+        if (!IsOpen() || (m_pending.empty() && GetPosition() == 0))
+            Put("\xFF\xFE", 2);
         std::string bytes;
         bytes.reserve(source.size() * 2);
         for (char16_t unit : source) {
             bytes += static_cast<char>(unit & 0xFF);
             bytes += static_cast<char>(unit >> 8);
         }
-        if (!bytes.empty())
-            CFile::Write(bytes.data(), static_cast<UINT>(bytes.size()));
+        Put(bytes.data(), bytes.size());
         return;
     }
     const std::string bytes = WideToMultiByte(CodePage(), source);
-    if (!bytes.empty())
-        CFile::Write(bytes.data(), static_cast<UINT>(bytes.size()));
+    Put(bytes.data(), bytes.size());
 }

@@ -18,6 +18,7 @@ public:
     static constexpr UINT kRead = typeText;                                   // 0x4000
 
     CStdioFileEx() = default;
+    ~CStdioFileEx() override;
 
     BOOL Open(const CString& path, UINT openFlags, CFileException* error = nullptr) override;
     // The next line with one line end taken off. An ANSI line longer than
@@ -25,6 +26,12 @@ public:
     BOOL ReadString(CString& line) override;
     // Writes the text up to its first NUL, exactly, with no line end added.
     virtual void WriteString(const CString& text);
+    // Written text is gathered and handed to the file in large pieces; the
+    // position counts it as written. Close writes the rest (and may throw).
+    ULONGLONG GetPosition() const override;
+    void Flush() override;
+    void Close() override;
+    void Abort() override;
 
     BOOL m_isUtf16 = FALSE;
     // -1: the system's code page (GetACP).
@@ -32,4 +39,7 @@ public:
 
 private:
     UINT CodePage() const;
+    void Put(const char* bytes, size_t count);
+
+    std::string m_pending;
 };

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "interchange/StdioFileEx.h"
 #include "tests/support/TempDir.h"
@@ -187,4 +188,20 @@ TEST(StdioFileExWrite, WrittenUtf16ReadsBack) {
     ASSERT_EQ(lines.size(), 2u);
     EXPECT_EQ(lines[0], u"\u041C\u043E\u0441\u043A\u0432\u0430");
     EXPECT_EQ(lines[1], u"two");
+}
+
+TEST(StdioFileExWrite, FullDiscIsReportedByTheWriteOrByClose) {
+    if (access("/dev/full", W_OK) != 0)
+        GTEST_SKIP() << "no /dev/full";
+    CStdioFileEx big;
+    ASSERT_TRUE(big.Open(u"/dev/full", CStdioFileEx::kWriteCodePage));
+    EXPECT_THROW(big.WriteString(CString(std::u16string(70000, u'x'))), CFileException);
+    big.Abort();
+    CStdioFileEx small;
+    ASSERT_TRUE(small.Open(u"/dev/full", CStdioFileEx::kWriteUtf16));
+    small.WriteString(u"a");
+    EXPECT_EQ(small.GetPosition(), 4u);
+    EXPECT_THROW(small.Close(), CFileException);
+    CStdioFileEx closed;
+    EXPECT_THROW(closed.WriteString(u"a"), CFileException);
 }
