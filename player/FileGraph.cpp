@@ -51,8 +51,8 @@ BOOL CMediaPlayer::PlayFileLav(const CString& path, IPlayerFrame* pFrame) {
             m_bStream = TRUE;
     }
 
-    if (FAILED(CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER,
-                                IID_IGraphBuilder, reinterpret_cast<void**>(&m_pGraph))))
+    if (FAILED(CoCreateInstance(CLSID_FilterGraph, nullptr, CLSCTX_INPROC_SERVER, IID_IGraphBuilder,
+                                reinterpret_cast<void**>(&m_pGraph))))
         return FailPlayback(u"ERROR - Could not create the Filter Graph Manager.");
     if (FAILED(CreateObjectFromPath(m_splitterPath, CLSID_LAVSplitterSource, &m_pLavSrc)))
         return FailPlayback(u"ERROR - CreateObjectFromPath2 failed - clsidLavSrc");

@@ -75,7 +75,8 @@ void CMediaPlayer::ReadDuration() {
     if (!m_pSeeking)
         return;
     DWORD caps = AM_SEEKING_CanSeekAbsolute | AM_SEEKING_CanGetDuration;
-    if (m_pSeeking->CheckCapabilities(&caps) != S_OK || m_pSeeking->GetDuration(&m_duration) != S_OK)
+    if (m_pSeeking->CheckCapabilities(&caps) != S_OK ||
+        m_pSeeking->GetDuration(&m_duration) != S_OK)
         m_duration = 0;
 }
 

@@ -13,8 +13,8 @@ GList* DecoderFactories(bool video) {
     int i = video ? 1 : 0;
     std::call_once(once[i], [&] {
         GList* all = gst_element_factory_list_get_elements(
-            GST_ELEMENT_FACTORY_TYPE_DECODER |
-                (video ? GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO : GST_ELEMENT_FACTORY_TYPE_MEDIA_AUDIO),
+            GST_ELEMENT_FACTORY_TYPE_DECODER | (video ? GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO
+                                                      : GST_ELEMENT_FACTORY_TYPE_MEDIA_AUDIO),
             GST_RANK_MARGINAL);
         all = g_list_sort(all, [](gconstpointer a, gconstpointer b) -> gint {
             auto* fa = GST_ELEMENT_FACTORY(const_cast<void*>(a));
@@ -38,7 +38,8 @@ bool IsRaw(const GstCaps* caps) {
 GstElement* MakeDecoder(const GstCaps* caps, bool video) {
     if (IsRaw(caps))
         return gst_element_factory_make("identity", nullptr);
-    GList* fit = gst_element_factory_list_filter(DecoderFactories(video), caps, GST_PAD_SINK, FALSE);
+    GList* fit =
+        gst_element_factory_list_filter(DecoderFactories(video), caps, GST_PAD_SINK, FALSE);
     GstElement* decoder = nullptr;
     for (GList* l = fit; l && !decoder; l = l->next)
         decoder = gst_element_factory_create(GST_ELEMENT_FACTORY(l->data), nullptr);
@@ -51,10 +52,10 @@ GstElement* MakeDecoder(const GstCaps* caps, bool video) {
 // ---- CLavDecoder ----
 
 CLavDecoder::CLavDecoder(const char* name, REFGUID major) : CGstFilter(name), m_major(major) {
-    m_input = AddPin(u"Input", PINDIR_INPUT, gst_ghost_pad_new_no_target("Input", GST_PAD_SINK),
-                     major);
-    m_output = AddPin(u"Output", PINDIR_OUTPUT,
-                      gst_ghost_pad_new_no_target("Output", GST_PAD_SRC), major);
+    m_input =
+        AddPin(u"Input", PINDIR_INPUT, gst_ghost_pad_new_no_target("Input", GST_PAD_SINK), major);
+    m_output =
+        AddPin(u"Output", PINDIR_OUTPUT, gst_ghost_pad_new_no_target("Output", GST_PAD_SRC), major);
 }
 
 CLavDecoder::~CLavDecoder() {

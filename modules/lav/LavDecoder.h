@@ -34,7 +34,9 @@ protected:
 class CLavVideo : public CLavDecoder, public ILAVVideoSettings {
 public:
     CLavVideo();
-    HRESULT QueryInterface(REFIID riid, void** ppv) override { return CGstFilter::QueryInterface(riid, ppv); }
+    HRESULT QueryInterface(REFIID riid, void** ppv) override {
+        return CGstFilter::QueryInterface(riid, ppv);
+    }
     ULONG AddRef() override { return CGstFilter::AddRef(); }
     ULONG Release() override { return CGstFilter::Release(); }
 
@@ -53,7 +55,9 @@ private:
 class CLavAudio : public CLavDecoder, public ILAVAudioSettings {
 public:
     CLavAudio();
-    HRESULT QueryInterface(REFIID riid, void** ppv) override { return CGstFilter::QueryInterface(riid, ppv); }
+    HRESULT QueryInterface(REFIID riid, void** ppv) override {
+        return CGstFilter::QueryInterface(riid, ppv);
+    }
     ULONG AddRef() override { return CGstFilter::AddRef(); }
     ULONG Release() override { return CGstFilter::Release(); }
 

@@ -95,8 +95,8 @@ void CLavSplitterSource::OnPadAdded(GstElement*, GstPad* pad, gpointer data) {
         else
             name = PinName("Stream", self->m_otherCount++);
     }
-    gulong probe = gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_BLOCK_DOWNSTREAM, HoldData, nullptr,
-                                     nullptr);
+    gulong probe =
+        gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_BLOCK_DOWNSTREAM, HoldData, nullptr, nullptr);
     std::string narrow(name.begin(), name.end());
     GstPad* ghost = gst_ghost_pad_new(narrow.c_str(), pad);
     CGstPin* pin = self->AddPin(name, PINDIR_OUTPUT, ghost, major);
@@ -107,8 +107,7 @@ void CLavSplitterSource::OnPadAdded(GstElement*, GstPad* pad, gpointer data) {
 void CLavSplitterSource::OnNoMorePads(GstElement*, gpointer data) {
     auto* self = static_cast<CLavSplitterSource*>(data);
     GstStructure* s = gst_structure_new_empty(kReadyMessage);
-    gst_element_post_message(self->m_bin,
-                             gst_message_new_application(GST_OBJECT(self->m_bin), s));
+    gst_element_post_message(self->m_bin, gst_message_new_application(GST_OBJECT(self->m_bin), s));
 }
 
 HRESULT CLavSplitterSource::Load(LPCOLESTR fileName, const AM_MEDIA_TYPE*) {

@@ -10,7 +10,9 @@ public:
     CLavSplitterSource();
     ~CLavSplitterSource() override;
 
-    HRESULT QueryInterface(REFIID riid, void** ppv) override { return CGstFilter::QueryInterface(riid, ppv); }
+    HRESULT QueryInterface(REFIID riid, void** ppv) override {
+        return CGstFilter::QueryInterface(riid, ppv);
+    }
     ULONG AddRef() override { return CGstFilter::AddRef(); }
     ULONG Release() override { return CGstFilter::Release(); }
 

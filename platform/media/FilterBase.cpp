@@ -12,7 +12,8 @@ namespace {
 
 class CEnumMediaTypes final : public IEnumMediaTypes {
 public:
-    CEnumMediaTypes(std::vector<GstCaps*> caps, REFGUID major) : m_caps(std::move(caps)), m_major(major) {}
+    CEnumMediaTypes(std::vector<GstCaps*> caps, REFGUID major)
+        : m_caps(std::move(caps)), m_major(major) {}
     ~CEnumMediaTypes() {
         for (GstCaps* c : m_caps) {
             if (c)

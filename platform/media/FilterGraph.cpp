@@ -285,8 +285,8 @@ HRESULT CFilterGraph::GetState(LONG timeoutMs, OAFilterState* state) {
         *state = State_Stopped;
         return S_OK;
     }
-    GstClockTime timeout = timeoutMs < 0 ? GST_CLOCK_TIME_NONE
-                                         : static_cast<GstClockTime>(timeoutMs) * GST_MSECOND;
+    GstClockTime timeout =
+        timeoutMs < 0 ? GST_CLOCK_TIME_NONE : static_cast<GstClockTime>(timeoutMs) * GST_MSECOND;
     GstState current = GST_STATE_NULL, pending = GST_STATE_VOID_PENDING;
     GstStateChangeReturn ret = gst_element_get_state(m_pipeline, &current, &pending, timeout);
     *state = ToFilterState(current);

@@ -8,12 +8,12 @@
 #include "platform/media/GstFilter.h"
 
 class CFilterGraph final : public IGraphBuilder,
-                     public IMediaControl,
-                     public IMediaEventEx,
-                     public IMediaSeeking,
-                     public IBasicAudio,
-                     public IBasicVideo,
-                     public IVideoWindow {
+                           public IMediaControl,
+                           public IMediaEventEx,
+                           public IMediaSeeking,
+                           public IBasicAudio,
+                           public IBasicVideo,
+                           public IVideoWindow {
 public:
     CFilterGraph();
     ~CFilterGraph();

@@ -133,8 +133,8 @@ void CFilterGraph::ApplyOverlay() {
     if (!m_overlay || m_width <= 0 || m_height <= 0)
         return;
     if (m_visible)
-        gst_video_overlay_set_render_rectangle(GST_VIDEO_OVERLAY(m_overlay), m_left, m_top,
-                                               m_width, m_height);
+        gst_video_overlay_set_render_rectangle(GST_VIDEO_OVERLAY(m_overlay), m_left, m_top, m_width,
+                                               m_height);
     else
         gst_video_overlay_set_render_rectangle(GST_VIDEO_OVERLAY(m_overlay), 0, 0, 1, 1);
     gst_video_overlay_expose(GST_VIDEO_OVERLAY(m_overlay));

@@ -43,9 +43,9 @@ const GUID FORMAT_PipelineCaps = {0x4F52560A, 0x4341, 0x5053, {0x8C, 0x61, 0x70,
 // clang-format on
 
 void GuidToText(REFGUID g, char out[39]) {
-    snprintf(out, 39, "{%08X-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X}", g.Data1, g.Data2, g.Data3,
-             g.Data4[0], g.Data4[1], g.Data4[2], g.Data4[3], g.Data4[4], g.Data4[5], g.Data4[6],
-             g.Data4[7]);
+    snprintf(out, 39, "{%08X-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X}", g.Data1, g.Data2,
+             g.Data3, g.Data4[0], g.Data4[1], g.Data4[2], g.Data4[3], g.Data4[4], g.Data4[5],
+             g.Data4[6], g.Data4[7]);
 }
 
 void* CoTaskMemAlloc(size_t size) {
