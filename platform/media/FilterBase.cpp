@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstring>
+#include <functional>
 
 #include "platform/media/GstFilter.h"
 
@@ -10,21 +11,27 @@ const IID IID_IGstPin = {0x4F52560C, 0x4750, 0x494E, {0x8C, 0x61, 0x70, 0x61, 0x
 
 namespace {
 
-class CEnumMediaTypes final : public IEnumMediaTypes {
+// The one enumerator of this library: hands out the items it was given,
+// each made into what the interface gives by produce; dispose lets go of the
+// items it holds.
+template <typename Interface, typename Item, typename Out>
+class CEnumerator final : public Interface {
 public:
-    CEnumMediaTypes(std::vector<GstCaps*> caps, REFGUID major)
-        : m_caps(std::move(caps)), m_major(major) {}
-    ~CEnumMediaTypes() {
-        for (GstCaps* c : m_caps) {
-            if (c)
-                gst_caps_unref(c);
-        }
+    using Producer = std::function<Out(Item)>;
+    using Disposer = void (*)(Item);
+
+    CEnumerator(REFIID iid, std::vector<Item> items, Producer produce, Disposer dispose)
+        : m_iid(iid), m_items(std::move(items)), m_produce(std::move(produce)), m_dispose(dispose) {
+    }
+    ~CEnumerator() {
+        for (Item item : m_items)
+            m_dispose(item);
     }
     HRESULT QueryInterface(REFIID riid, void** ppv) override {
         if (!ppv)
             return E_POINTER;
-        if (riid == IID_IUnknown || riid == IID_IEnumMediaTypes) {
-            *ppv = static_cast<IEnumMediaTypes*>(this);
+        if (riid == IID_IUnknown || riid == m_iid) {
+            *ppv = static_cast<Interface*>(this);
             AddRef();
             return S_OK;
         }
@@ -38,22 +45,19 @@ public:
             delete this;
         return left;
     }
-    HRESULT Next(ULONG count, AM_MEDIA_TYPE** types, ULONG* fetched) override {
-        if (!types)
+    HRESULT Next(ULONG count, Out* out, ULONG* fetched) override {
+        if (!out)
             return E_POINTER;
         ULONG n = 0;
-        while (n < count && m_next < m_caps.size()) {
-            GstCaps* caps = m_caps[m_next++];
-            const GUID& major = MajorTypeOfCaps(caps);
-            types[n++] = NewMediaType(caps, major == GUID_NULL ? m_major : major);
-        }
+        while (n < count && m_next < m_items.size())
+            out[n++] = m_produce(m_items[m_next++]);
         if (fetched)
             *fetched = n;
         return n == count ? S_OK : S_FALSE;
     }
     HRESULT Skip(ULONG count) override {
-        m_next = std::min(m_caps.size(), m_next + count);
-        return m_next < m_caps.size() ? S_OK : S_FALSE;
+        m_next = std::min(m_items.size(), m_next + count);
+        return m_next < m_items.size() ? S_OK : S_FALSE;
     }
     HRESULT Reset() override {
         m_next = 0;
@@ -62,65 +66,24 @@ public:
 
 private:
     std::atomic<ULONG> m_refs{1};
-    std::vector<GstCaps*> m_caps;
-    GUID m_major;
+    GUID m_iid;
+    std::vector<Item> m_items;
+    Producer m_produce;
+    Disposer m_dispose;
     size_t m_next = 0;
 };
 
-class CEnumPins final : public IEnumPins {
-public:
-    explicit CEnumPins(std::vector<CGstPin*> pins) : m_pins(std::move(pins)) {
-        for (CGstPin* p : m_pins)
-            p->AddRef();
-    }
-    ~CEnumPins() {
-        for (CGstPin* p : m_pins)
-            p->Release();
-    }
-    HRESULT QueryInterface(REFIID riid, void** ppv) override {
-        if (!ppv)
-            return E_POINTER;
-        if (riid == IID_IUnknown || riid == IID_IEnumPins) {
-            *ppv = static_cast<IEnumPins*>(this);
-            AddRef();
-            return S_OK;
-        }
-        *ppv = nullptr;
-        return E_NOINTERFACE;
-    }
-    ULONG AddRef() override { return ++m_refs; }
-    ULONG Release() override {
-        ULONG left = --m_refs;
-        if (left == 0)
-            delete this;
-        return left;
-    }
-    HRESULT Next(ULONG count, IPin** pins, ULONG* fetched) override {
-        if (!pins)
-            return E_POINTER;
-        ULONG n = 0;
-        while (n < count && m_next < m_pins.size()) {
-            pins[n] = m_pins[m_next++];
-            pins[n++]->AddRef();
-        }
-        if (fetched)
-            *fetched = n;
-        return n == count ? S_OK : S_FALSE;
-    }
-    HRESULT Skip(ULONG count) override {
-        m_next = std::min(m_pins.size(), m_next + count);
-        return m_next < m_pins.size() ? S_OK : S_FALSE;
-    }
-    HRESULT Reset() override {
-        m_next = 0;
-        return S_OK;
-    }
+using CEnumMediaTypes = CEnumerator<IEnumMediaTypes, GstCaps*, AM_MEDIA_TYPE*>;
+using CEnumPins = CEnumerator<IEnumPins, CGstPin*, IPin*>;
 
-private:
-    std::atomic<ULONG> m_refs{1};
-    std::vector<CGstPin*> m_pins;
-    size_t m_next = 0;
-};
+void UnrefCaps(GstCaps* caps) {
+    if (caps)
+        gst_caps_unref(caps);
+}
+
+void ReleasePin(CGstPin* pin) {
+    pin->Release();
+}
 
 } // namespace
 
@@ -268,7 +231,14 @@ HRESULT CGstPin::QueryId(char16_t* id, ULONG size) {
 HRESULT CGstPin::EnumMediaTypes(IEnumMediaTypes** types) {
     if (!types)
         return E_POINTER;
-    *types = new CEnumMediaTypes(m_filter->OfferedCaps(this), m_major);
+    GUID major = m_major;
+    *types = new CEnumMediaTypes(
+        IID_IEnumMediaTypes, m_filter->OfferedCaps(this),
+        [major](GstCaps* caps) {
+            const GUID& stated = MajorTypeOfCaps(caps);
+            return NewMediaType(caps, stated == GUID_NULL ? major : stated);
+        },
+        UnrefCaps);
     return S_OK;
 }
 
@@ -318,7 +288,16 @@ ULONG CGstFilter::Release() {
 HRESULT CGstFilter::EnumPins(IEnumPins** pins) {
     if (!pins)
         return E_POINTER;
-    *pins = new CEnumPins(Pins());
+    std::vector<CGstPin*> all = Pins();
+    for (CGstPin* p : all)
+        p->AddRef();
+    *pins = new CEnumPins(
+        IID_IEnumPins, std::move(all),
+        [](CGstPin* p) -> IPin* {
+            p->AddRef();
+            return p;
+        },
+        ReleasePin);
     return S_OK;
 }
 

@@ -172,3 +172,17 @@ TEST_F(PlayerTest, EndOfStreamReachesTheFrame) {
     // With the graph gone the pump has nothing to do.
     EXPECT_FALSE(m_player->OnGraphEvent(&m_frame));
 }
+
+TEST_F(PlayerTest, SecondAudioStreamIsLeftAside) {
+    ASSERT_TRUE(Play(Media().twoAudio));
+    IPin* pin = nullptr;
+    EXPECT_EQ(S_OK, m_player->m_pLavSrc->FindPin(u"Audio", &pin));
+    SafeRelease(pin);
+    EXPECT_EQ(S_OK, m_player->m_pLavSrc->FindPin(u"Audio 2", &pin));
+    SafeRelease(pin);
+    EXPECT_EQ(S_OK, CMediaPlayer::GetPin2(m_player->m_pLavSrc, PINDIR_OUTPUT, 1, &pin));
+    SafeRelease(pin);
+    // The stream nobody takes neither stalls nor fails the one that plays.
+    EXPECT_TRUE(PumpUntilStopped(10));
+    EXPECT_TRUE(m_boxes.Texts().empty());
+}

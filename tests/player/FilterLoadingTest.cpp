@@ -1,6 +1,7 @@
 // Choice of the private folder, loading filters from module files, and the
 // pin look-ups.
 #include <filesystem>
+#include <functional>
 
 #include "platform/media/ModuleLoader.h"
 #include "platform/media/OsVersion.h"
@@ -69,10 +70,12 @@ public:
     bool m_enumFails;
 };
 
-class CFakeTypes : public IEnumMediaTypes {
+// Hands out one item after the other, each made by the given function.
+template <typename Interface, typename Out>
+class CFakeEnum : public Interface {
 public:
-    explicit CFakeTypes(std::vector<GUID> types) : m_types(std::move(types)) {}
-    virtual ~CFakeTypes() = default;
+    CFakeEnum(size_t count, std::function<Out(size_t)> make) : m_count(count), m_make(make) {}
+    virtual ~CFakeEnum() = default;
     HRESULT QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
     ULONG AddRef() override { return ++m_refs; }
     ULONG Release() override {
@@ -81,18 +84,12 @@ public:
             delete this;
         return left;
     }
-    HRESULT Next(ULONG, AM_MEDIA_TYPE** out, ULONG* got) override {
-        if (m_next >= m_types.size()) {
+    HRESULT Next(ULONG, Out* out, ULONG* got) override {
+        if (m_next >= m_count) {
             *got = 0;
             return S_FALSE;
         }
-        auto* mt = static_cast<AM_MEDIA_TYPE*>(CoTaskMemAlloc(sizeof(AM_MEDIA_TYPE)));
-        memset(mt, 0, sizeof(*mt));
-        mt->majortype = m_types[m_next++];
-        // A format block, which the look-up must free with the record.
-        mt->cbFormat = 8;
-        mt->pbFormat = static_cast<BYTE*>(CoTaskMemAlloc(8));
-        *out = mt;
+        *out = m_make(m_next++);
         *got = 1;
         return S_OK;
     }
@@ -101,47 +98,26 @@ public:
 
 private:
     ULONG m_refs = 1;
-    std::vector<GUID> m_types;
+    size_t m_count;
+    std::function<Out(size_t)> m_make;
     size_t m_next = 0;
 };
 
 HRESULT CFakePin::EnumMediaTypes(IEnumMediaTypes** out) {
     if (m_enumFails)
         return E_FAIL;
-    *out = new CFakeTypes(m_types);
+    std::vector<GUID> types = m_types;
+    *out = new CFakeEnum<IEnumMediaTypes, AM_MEDIA_TYPE*>(types.size(), [types](size_t i) {
+        auto* mt = static_cast<AM_MEDIA_TYPE*>(CoTaskMemAlloc(sizeof(AM_MEDIA_TYPE)));
+        memset(mt, 0, sizeof(*mt));
+        mt->majortype = types[i];
+        // A format block, which the look-up must free with the record.
+        mt->cbFormat = 8;
+        mt->pbFormat = static_cast<BYTE*>(CoTaskMemAlloc(8));
+        return mt;
+    });
     return S_OK;
 }
-
-class CFakePins : public IEnumPins {
-public:
-    explicit CFakePins(std::vector<CFakePin*> pins) : m_pins(std::move(pins)) {}
-    virtual ~CFakePins() = default;
-    HRESULT QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
-    ULONG AddRef() override { return ++m_refs; }
-    ULONG Release() override {
-        ULONG left = --m_refs;
-        if (!left)
-            delete this;
-        return left;
-    }
-    HRESULT Next(ULONG, IPin** out, ULONG* got) override {
-        if (m_next >= m_pins.size()) {
-            *got = 0;
-            return S_FALSE;
-        }
-        *out = m_pins[m_next++];
-        (*out)->AddRef();
-        *got = 1;
-        return S_OK;
-    }
-    HRESULT Skip(ULONG) override { return E_NOTIMPL; }
-    HRESULT Reset() override { return E_NOTIMPL; }
-
-private:
-    ULONG m_refs = 1;
-    std::vector<CFakePin*> m_pins;
-    size_t m_next = 0;
-};
 
 class CFakeFilter : public IBaseFilter {
 public:
@@ -150,7 +126,11 @@ public:
     ULONG AddRef() override { return 2; }
     ULONG Release() override { return 1; }
     HRESULT EnumPins(IEnumPins** out) override {
-        *out = new CFakePins(m_pins);
+        std::vector<CFakePin*> pins = m_pins;
+        *out = new CFakeEnum<IEnumPins, IPin*>(pins.size(), [pins](size_t i) -> IPin* {
+            pins[i]->AddRef();
+            return pins[i];
+        });
         return S_OK;
     }
     HRESULT FindPin(LPCWSTR, IPin**) override { return E_NOTIMPL; }
@@ -202,7 +182,7 @@ TEST(FilterPathsTest, PlainRecordIsAskedWhenTheExtendedOneFails) {
 }
 
 TEST(CreateObjectTest, ModulesGiveFiltersOrSystemErrors) {
-    std::string stage = getenv("ORVEX_STAGE_DIR") ? getenv("ORVEX_STAGE_DIR") : ".";
+    std::string stage = StagedStartDir();
     CMediaPlayer player;
     IBaseFilter* filter = nullptr;
     ASSERT_EQ(S_OK, player.CreateObjectFromPath(CString(stage + "/LAV/LAVAudio_1.ax"),
@@ -292,7 +272,7 @@ TEST(GetPinTest, ByPositionCountsOnlyPinsOfThatDirection) {
 // fails with the decoder's text, and a folder without the splitter fails
 // before anything else.
 TEST(ModuleFolderTest, MissingVideoDecoderFailsOnlyVideo) {
-    std::string stage = getenv("ORVEX_STAGE_DIR") ? getenv("ORVEX_STAGE_DIR") : ".";
+    std::string stage = StagedStartDir();
     TempDir start;
     fs::create_directories(start / "LAV");
     fs::copy_file(stage + "/LAV/LAVSplitter_1.ax", start / "LAV/LAVSplitter_1.ax");

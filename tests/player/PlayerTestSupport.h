@@ -17,6 +17,12 @@
 #include "tests/support/MessageBoxRecorder.h"
 #include "tests/support/TempDir.h"
 
+// The staged start directory, with the filter modules in LAV/.
+inline std::string StagedStartDir() {
+    const char* stage = getenv("ORVEX_STAGE_DIR");
+    return stage ? stage : ORVEX_BUILD_STAGE_DIR;
+}
+
 // Runs an encoding pipeline to its end; true when it got there.
 inline bool EncodeMedia(const std::string& description) {
     if (!EnsureGstInit())
@@ -51,6 +57,7 @@ struct TestMedia {
     std::string corrupt;  // bytes that are no medium
     std::string wma;      // WMA 2 in ASF, 2 s
     std::string surround; // Vorbis in Ogg, 2 s, six channels
+    std::string twoAudio; // two Vorbis streams in Matroska, 1 s
 
     static TestMedia& Get() {
         static TestMedia media;
@@ -65,6 +72,7 @@ private:
         corrupt = dir / "corrupt.mkv";
         wma = dir / "audio.wma";
         surround = dir / "surround.ogg";
+        twoAudio = dir / "two-audio.mkv";
         const std::string h264 = "videotestsrc num-buffers=50 ! "
                                  "video/x-raw,width=320,height=240,framerate=25/1 ! "
                                  "x264enc speed-preset=ultrafast key-int-max=10 ! h264parse ! ";
@@ -84,6 +92,12 @@ private:
                                 "audio/x-raw,rate=44100,channels=6,channel-mask=(bitmask)0x3f ! "
                                 "audioconvert ! vorbisenc ! oggmux ! filesink location=" +
                                 surround));
+        EXPECT_TRUE(
+            EncodeMedia("audiotestsrc num-buffers=43 samplesperbuffer=1024 ! audioconvert ! "
+                        "vorbisenc ! matroskamux name=m ! filesink location=" +
+                        twoAudio +
+                        " audiotestsrc num-buffers=43 samplesperbuffer=1024 wave=square ! "
+                        "audioconvert ! vorbisenc ! m."));
         std::string junk;
         for (int i = 0; i < 4096; ++i)
             junk += static_cast<char>((i * 7919 + 13) & 0xFF);
@@ -147,10 +161,7 @@ protected:
         PumpMessages();
     }
 
-    static std::string StageDir() {
-        const char* stage = getenv("ORVEX_STAGE_DIR");
-        return stage ? stage : ".";
-    }
+    static std::string StageDir() { return StagedStartDir(); }
     static const TestMedia& Media() { return TestMedia::Get(); }
 
     BOOL Play(const std::string& path) { return m_player->PlayFileLav(CString(path), &m_frame); }
