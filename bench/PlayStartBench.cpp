@@ -115,8 +115,9 @@ int main(int argc, char** argv) {
          "videotestsrc num-buffers=250 ! video/x-raw,width=640,height=360,framerate=25/1 ! "
          "x264enc speed-preset=ultrafast key-int-max=25 ! h264parse ! matroskamux name=m ! "
          "filesink location=" +
-             dir + "/both.mkv audiotestsrc num-buffers=431 samplesperbuffer=1024 ! "
-                   "audioconvert ! vorbisenc ! m."},
+             dir +
+             "/both.mkv audiotestsrc num-buffers=431 samplesperbuffer=1024 ! "
+             "audioconvert ! vorbisenc ! m."},
         {"vorbis ogg 10 s", dir + "/audio.ogg",
          "audiotestsrc num-buffers=431 samplesperbuffer=1024 ! audioconvert ! vorbisenc ! "
          "oggmux ! filesink location=" +

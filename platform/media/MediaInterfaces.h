@@ -6,7 +6,8 @@
 #include "platform/media/ComTypes.h"
 #include "platform/media/Guids.h"
 
-enum PIN_DIRECTION { PINDIR_INPUT = 0, PINDIR_OUTPUT = 1 };
+// A fixed width: a direction a failed query leaves behind may hold any value.
+enum PIN_DIRECTION : int32_t { PINDIR_INPUT = 0, PINDIR_OUTPUT = 1 };
 
 // One media type. The format block and pUnk belong to the record: free it
 // with FreeMediaType / DeleteMediaType.

@@ -48,6 +48,18 @@ inline bool EncodeMedia(const std::string& description) {
     return ok;
 }
 
+// Joins the pipeline library's idle worker threads before the process ends,
+// so that nothing is still exiting while the leak checker stops the world.
+class PipelineThreadsEnvironment : public ::testing::Environment {
+public:
+    void TearDown() override {
+        gst_task_cleanup_all();
+        g_thread_pool_stop_unused_threads();
+    }
+};
+inline ::testing::Environment* const g_pipelineThreads =
+    ::testing::AddGlobalTestEnvironment(new PipelineThreadsEnvironment);
+
 // The media every test may play, made once per test program.
 struct TestMedia {
     TempDir dir;
