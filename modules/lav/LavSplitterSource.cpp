@@ -85,22 +85,26 @@ void CLavSplitterSource::OnPadAdded(GstElement*, GstPad* pad, gpointer data) {
     const GUID& major = MajorTypeOfCaps(caps);
     if (caps)
         gst_caps_unref(caps);
+    // One lock over the whole, so that the graph's first run either sees
+    // this stream held or the stream sees the graph running.
+    std::lock_guard<std::mutex> lock(self->m_streamLock);
     std::u16string name;
-    {
-        std::lock_guard<std::mutex> lock(self->m_streamLock);
-        if (major == MEDIATYPE_Video)
-            name = PinName("Video", self->m_videoCount++);
-        else if (major == MEDIATYPE_Audio)
-            name = PinName("Audio", self->m_audioCount++);
-        else
-            name = PinName("Stream", self->m_otherCount++);
-    }
-    gulong probe =
-        gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_BLOCK_DOWNSTREAM, HoldData, nullptr, nullptr);
+    if (major == MEDIATYPE_Video)
+        name = PinName("Video", self->m_videoCount++);
+    else if (major == MEDIATYPE_Audio)
+        name = PinName("Audio", self->m_audioCount++);
+    else
+        name = PinName("Stream", self->m_otherCount++);
+    // A stream that turns up once the graph runs has nothing to connect to.
+    gulong probe = 0;
+    if (self->m_running)
+        gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_DATA_DOWNSTREAM, DropData, nullptr, nullptr);
+    else
+        probe =
+            gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_BLOCK_DOWNSTREAM, HoldData, nullptr, nullptr);
     std::string narrow(name.begin(), name.end());
     GstPad* ghost = gst_ghost_pad_new(narrow.c_str(), pad);
     CGstPin* pin = self->AddPin(name, PINDIR_OUTPUT, ghost, major);
-    std::lock_guard<std::mutex> lock(self->m_streamLock);
     self->m_streams.push_back({GST_PAD(gst_object_ref(pad)), probe, pin});
 }
 
@@ -170,6 +174,7 @@ HRESULT CLavSplitterSource::Load(LPCOLESTR fileName, const AM_MEDIA_TYPE*) {
 
 void CLavSplitterSource::PrepareRun() {
     std::lock_guard<std::mutex> lock(m_streamLock);
+    m_running = true;
     for (HeldStream& s : m_streams) {
         // A stream nobody takes is dropped at its pin, so that it neither
         // stalls nor fails the ones that are played.

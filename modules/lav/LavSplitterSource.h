@@ -39,6 +39,7 @@ private:
     std::vector<HeldStream> m_streams;
     int m_videoCount = 0, m_audioCount = 0, m_otherCount = 0;
     BOOL m_runtimeConfig = FALSE;
+    bool m_running = false; // under m_streamLock
 };
 
 IUnknown* NewLavSplitterSource();
