@@ -1,0 +1,113 @@
+// The search over all stations: every criterion that is set must hold, the
+// tags among themselves need only one. A text criterion holds when it occurs
+// anywhere in its field, both taken in upper case.
+#include "radio/RadioBrowseDb.h"
+#include "radio/StationSearchIndex.h"
+#include "radio/TextKeys.h"
+
+CStationSearchIndex::CStationSearchIndex(const CStationAr& stations)
+    : m_size(stations.GetSize()) {
+    size_t total = 0;
+    for (const CStation& s : stations) {
+        total += s.m_name.str().size() + s.m_country.str().size() + s.m_state.str().size() +
+                 s.m_language.str().size() + s.m_tags.str().size();
+    }
+    m_text.reserve(total);
+    m_spans.reserve(static_cast<size_t>(m_size) * fieldCount);
+    for (const CStation& s : stations) {
+        for (const CString* field : {&s.m_name, &s.m_country, &s.m_state, &s.m_language, &s.m_tags}) {
+            const size_t begin = m_text.size();
+            for (char16_t ch : field->str())
+                m_text.push_back(ToUpperUnit(ch));
+            m_spans.push_back({begin, field->str().size()});
+        }
+    }
+}
+
+int CRadioBrowseDb::CountCriteria() const {
+    return m_bFindName + m_bFindCountry + m_bFindState + m_bFindLanguage + m_bFindTags +
+           m_bMinClicks + m_bMinVotes;
+}
+
+int CRadioBrowseDb::SearchStations() {
+    m_results.RemoveAll();
+    const int needed = CountCriteria();
+    if (needed == 0)
+        return 0;
+    if (!m_searchIndex || m_searchIndex->GetSize() != m_stations.GetSize())
+        m_searchIndex = std::make_unique<CStationSearchIndex>(m_stations);
+    const CStationSearchIndex& index = *m_searchIndex;
+
+    const std::u16string name = UpperText(m_findName.view());
+    const std::u16string country = UpperText(m_findCountry.view());
+    const std::u16string state = UpperText(m_findState.view());
+    const std::u16string language = UpperText(m_findLanguage.view());
+    std::vector<std::u16string> tags;
+    for (const CString& tag : m_findTags)
+        tags.push_back(UpperText(tag.view()));
+
+    auto occurs = [](std::u16string_view field, const std::u16string& pattern) {
+        return field.find(pattern) != std::u16string_view::npos;
+    };
+    // Matches are noted first and copied afterwards into a table of the right
+    // size: a search that hits most stations copies each once.
+    std::vector<int> hits;
+    for (int i = 0; i < m_stations.GetSize(); ++i) {
+        const CStation& station = m_stations[i];
+        int held = 0;
+        if (m_bFindName && occurs(index.Get(i, CStationSearchIndex::name), name))
+            ++held;
+        if (m_bFindCountry && occurs(index.Get(i, CStationSearchIndex::country), country))
+            ++held;
+        if (m_bFindState && occurs(index.Get(i, CStationSearchIndex::state), state))
+            ++held;
+        if (m_bFindLanguage && occurs(index.Get(i, CStationSearchIndex::language), language))
+            ++held;
+        if (m_bFindTags) {
+            const std::u16string_view field = index.Get(i, CStationSearchIndex::tags);
+            if (!field.empty()) {
+                for (const std::u16string& tag : tags) {
+                    if (occurs(field, tag)) {
+                        ++held;
+                        break;
+                    }
+                }
+            }
+        }
+        if (m_bMinClicks && station.m_clicks >= m_minClicks)
+            ++held;
+        if (m_bMinVotes && station.m_votes >= m_minVotes)
+            ++held;
+        if (held == needed)
+            hits.push_back(i);
+    }
+    std::vector<CStation>& results = m_results.Items();
+    results.reserve(hits.size());
+    for (int i : hits)
+        results.push_back(m_stations[i]);
+    return m_results.GetSize();
+}
+
+void CRadioBrowseDb::ClearCriteria() {
+    m_results.RemoveAll();
+    m_bFindName = m_bFindCountry = m_bFindState = m_bFindLanguage = FALSE;
+    m_bFindTags = m_bMinClicks = m_bMinVotes = FALSE;
+    m_findName.Empty();
+    m_findCountry.Empty();
+    m_findState.Empty();
+    m_findLanguage.Empty();
+    m_findTags.RemoveAll();
+    m_minClicks = 0;
+    m_minVotes = 0;
+}
+
+void CRadioBrowseDb::ClearSearch() {
+    m_results.RemoveAll();
+    ClearCriteria();
+}
+
+void CRadioBrowseDb::SortResults(BOOL ascending, BOOL byName, BOOL byVotes, BOOL byClicks) {
+    if (m_results.IsEmpty())
+        return;
+    m_results.SortStations(ascending, byName, byVotes, byClicks);
+}
