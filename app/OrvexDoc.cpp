@@ -47,6 +47,8 @@ BOOL COrvexDoc::OnNewDocument() {
     m_extensions.LoadExtensions();
     const CString startDirectory = app ? app->m_startDirectory : GetCurrentDirectoryW();
     m_dataFolder = SettleDataFolder(startDirectory);
+    // The radio database comes last, after the contents and the user data.
+    LoadRadioDb(m_dataFolder + u"/RadioBrowse.dat");
     return TRUE;
 }
 

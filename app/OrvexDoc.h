@@ -10,6 +10,8 @@
 #include "contents/TopicAliases.h"
 #include "platform/base/LogFont.h"
 #include "player/LavSetup.h"
+#include "radio/RadioBrowseDb.h"
+#include "radio/RadioJob.h"
 
 class COrvexDoc {
 public:
@@ -54,11 +56,39 @@ public:
     // Gives the start directory when the user's folder can't be used.
     CString SettleDataFolder(const CString& startDirectory);
 
+    // The radio database and its update job (DocRadio.cpp).
+    CRadioBrowseDb m_radioDb;
+    CRadioBrowseDb m_radioDbNew;
+    CString m_serverUrl;
+    CString m_serverListUrl; // the deployment's list of servers; tools may point elsewhere
+    RadioJobParams m_jobParams;
+    CEvent m_cancelEvent;
+    CJobThread m_hJobThread; // running while a job runs
+    CString m_jobFile;
+    CString m_jobUrl;
+    HWND m_hwndUpdateDlg = nullptr;
+
+    BOOL SaveRadioDb();
+    BOOL LoadRadioDb(const CString& path);
+    // Finds a server once per process; 1 when one is known, after which the
+    // update dialog opens. A failure has been shown in a message box.
+    BOOL ChooseRadioServer();
+    void StartRadioUpdate(HWND hwndDialog);
+    void CancelRadioUpdate();
+    void OnRadioUpdateDone();
+    void OnRadioUpdateFailed();
+    // The end messages of the job, as the main frame hands them on; 1 when
+    // the message was one of them.
+    BOOL OnRadioJobMessage(UINT message);
+
     void AddView(IDocView* view);
     void RemoveView(IDocView* view);
     void UpdateAllViews(IDocView* sender, int hint, const CString* object = nullptr);
 
 private:
+    // The clean-up after either end of a job.
+    void EndRadioJob();
+
     std::vector<IDocView*> m_views;
 };
 

@@ -147,10 +147,13 @@ int main(int argc, char** argv) {
     db.m_minVotes = 1;
     db.SearchStations();
     for (int key = 0; key < 3; ++key) {
-        const double ms = BestMs(3, [&] { db.SortResults(key == 1, key == 0, key == 1, key == 2); });
+        const double ms =
+            BestMs(3, [&] { db.SortResults(key == 1, key == 0, key == 1, key == 2); });
         char label[96];
         snprintf(label, sizeof label, "sort %d results by %s", db.m_results.GetSize(),
-                 key == 0 ? "name" : key == 1 ? "votes" : "clicks");
+                 key == 0   ? "name"
+                 : key == 1 ? "votes"
+                            : "clicks");
         Report(label, ms, "ms", 10 * 5, false);
     }
 

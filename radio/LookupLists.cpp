@@ -10,7 +10,6 @@
 #include "radio/RadioBrowseDb.h"
 #include "radio/TextKeys.h"
 
-
 namespace {
 
 // A state is found by its name and its country code together; the length in
@@ -120,7 +119,8 @@ void CRadioBrowseDb::AddState(const CString& name, const CString& countryCode) {
     if (index.statesIndexed != m_states.GetSize()) {
         index.states.clear();
         for (int i = 0; i < m_states.GetSize(); ++i)
-            index.states.try_emplace(StateKey(m_states[i].m_name.view(), m_states[i].m_countryCode.view()), i);
+            index.states.try_emplace(
+                StateKey(m_states[i].m_name.view(), m_states[i].m_countryCode.view()), i);
         index.statesIndexed = m_states.GetSize();
     }
     auto [it, added] =
@@ -141,7 +141,8 @@ void CRadioBrowseDb::AddStationTags(const CString& tags) {
     std::u16string_view rest = tags.view();
     while (!rest.empty()) {
         const size_t comma = rest.find(u',');
-        const std::u16string_view piece = comma == std::u16string_view::npos ? rest : rest.substr(0, comma);
+        const std::u16string_view piece =
+            comma == std::u16string_view::npos ? rest : rest.substr(0, comma);
         AddTag(CString(TrimView(piece)));
         rest = comma == std::u16string_view::npos ? std::u16string_view() : rest.substr(comma + 1);
     }

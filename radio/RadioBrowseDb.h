@@ -85,6 +85,22 @@ public:
     // 1 when every table holds at least its minimum.
     BOOL MeetsLimits() const;
 
+    // The server list: fetches it from `listUrl` into `fileName` and gives
+    // the "https://" address of each server found, or 0 with *message set.
+    int GetServers(const CString& fileName, CString* message, CStringArray* servers);
+    int GetServers(const CString& listUrl, const CString& fileName, CString* message,
+                   CStringArray* servers);
+
+    // The job, on its worker thread: downloads `url` into `fileName` and
+    // parses it; then the lists and the limits. 1 when the tables are whole
+    // and can be trusted.
+    int BuildRadioBrowserThread(const CString& url, const CString& fileName, CString* error,
+                                HWND hwndMain, HWND hwndProgress, CEvent* pCancelEvent);
+    int BuildStationArrayThread(const CString& url, const CString& fileName, CString* error);
+    // The stages after the stations: the four lists with their status texts
+    // and cancel polls, the language codes, and the limits.
+    int BuildLookupLists(int stationCount, CString* error);
+
     // Search.
     int CountCriteria() const;
     int SearchStations();

@@ -63,8 +63,7 @@ void CRadioBrowseDb::LoadFrom(CArchive& ar) {
     });
     ReadTable(ar, m_countries, [&](CCountryCode& c) { ReadCodeRecord(ar, c); });
     ReadTable(ar, m_tags, [&](CTag& t) { ar >> t.m_name >> t.m_count; });
-    ReadTable(ar, m_states,
-              [&](CState& s) { ar >> s.m_name >> s.m_countryCode >> s.m_count; });
+    ReadTable(ar, m_states, [&](CState& s) { ar >> s.m_name >> s.m_countryCode >> s.m_count; });
     ReadTable(ar, m_languages, [&](CLanguageCode& l) { ReadCodeRecord(ar, l); });
 }
 

@@ -47,7 +47,9 @@ void CStationAr::SortStations(BOOL ascending, BOOL byName, BOOL byVotes, BOOL by
     for (size_t i = 0; i < items.size(); ++i)
         names[i] = FoldForSort(items[i].m_name);
     const bool up = ascending != 0;
-    auto byNameOnly = [&](size_t a, size_t b) { return up ? names[a] < names[b] : names[b] < names[a]; };
+    auto byNameOnly = [&](size_t a, size_t b) {
+        return up ? names[a] < names[b] : names[b] < names[a];
+    };
     if (byName) {
         SortByKeys(items, byNameOnly);
         return;

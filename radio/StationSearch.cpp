@@ -5,8 +5,7 @@
 #include "radio/StationSearchIndex.h"
 #include "radio/TextKeys.h"
 
-CStationSearchIndex::CStationSearchIndex(const CStationAr& stations)
-    : m_size(stations.GetSize()) {
+CStationSearchIndex::CStationSearchIndex(const CStationAr& stations) : m_size(stations.GetSize()) {
     size_t total = 0;
     for (const CStation& s : stations) {
         total += s.m_name.str().size() + s.m_country.str().size() + s.m_state.str().size() +
@@ -15,7 +14,8 @@ CStationSearchIndex::CStationSearchIndex(const CStationAr& stations)
     m_text.reserve(total);
     m_spans.reserve(static_cast<size_t>(m_size) * fieldCount);
     for (const CStation& s : stations) {
-        for (const CString* field : {&s.m_name, &s.m_country, &s.m_state, &s.m_language, &s.m_tags}) {
+        for (const CString* field :
+             {&s.m_name, &s.m_country, &s.m_state, &s.m_language, &s.m_tags}) {
             const size_t begin = m_text.size();
             for (char16_t ch : field->str())
                 m_text.push_back(ToUpperUnit(ch));

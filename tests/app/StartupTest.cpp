@@ -13,6 +13,12 @@ namespace {
 
 const char* const kFiles[] = {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat",
                               "results.txt"};
+// The text of each default file; an empty RadioBrowse.dat is a valid default
+// that the start-up reads without a word.
+std::string DefaultContent(const std::string& file) {
+    return file == "RadioBrowse.dat" ? std::string() : "default " + file;
+}
+
 const CString kNotAvailable(u"User AppData folder not available. Changes cannot be saved.");
 
 // A start directory holding the given default files, each with its own name
@@ -27,7 +33,7 @@ struct Install {
                          "OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"}) {
         std::filesystem::create_directories(start);
         for (const char* f : files)
-            TempDir::Write(start + "/" + f, std::string("default ") + f);
+            TempDir::Write(start + "/" + f, DefaultContent(f));
     }
 
     // Runs the document's start-up from the start directory.
@@ -63,7 +69,7 @@ TEST(DataFolder, FirstRunCreatesTheFolderAndCopiesAllFour) {
     EXPECT_EQ(install.Run(boxes), CString(install.userFolder));
     EXPECT_TRUE(boxes.Boxes().empty());
     for (const char* f : kFiles)
-        EXPECT_EQ(TempDir::Read(install.userFolder + "/" + f), std::string("default ") + f);
+        EXPECT_EQ(TempDir::Read(install.userFolder + "/" + f), DefaultContent(f));
 }
 
 TEST(DataFolder, LaterRunsCopyOnlyWhatIsMissing) {
@@ -87,7 +93,9 @@ TEST(DataFolder, AFailedCopyFallsBackToTheStartDirectory) {
     ASSERT_EQ(boxes.Texts().size(), 1u);
     EXPECT_EQ(boxes.Texts()[0], kNotAvailable);
     // What was copied meanwhile stays in the user folder, unused.
-    EXPECT_EQ(TempDir::Read(install.userFolder + "/RadioBrowse.dat"), "default RadioBrowse.dat");
+    EXPECT_TRUE(std::filesystem::exists(install.userFolder + "/RadioBrowse.dat"));
+    EXPECT_EQ(TempDir::Read(install.userFolder + "/RadioBrowse.dat"),
+              DefaultContent("RadioBrowse.dat"));
     EXPECT_FALSE(std::filesystem::exists(install.userFolder + "/results.txt"));
     // And so it goes on every run until all four are there.
     EXPECT_EQ(install.Run(boxes), CString(install.start));

@@ -160,9 +160,11 @@ TEST_F(ListsTest, TagsAreSplitTrimmedCountedAndFiltered) {
     AddStation(u"", u"", u"", u",Rock,,jazz");
     ASSERT_EQ(m_db.BuildTagArray(1), 5);
     // Sorted without case; "" from the leading comma and from ",,".
-    const std::vector<std::pair<CString, int>> expected = {
-        {CString(), 2}, {CString(u"jazz"), 2}, {CString(u"pop"), 1},
-        {CString(u"rock"), 2}, {CString(u"Rock"), 1}};
+    const std::vector<std::pair<CString, int>> expected = {{CString(), 2},
+                                                           {CString(u"jazz"), 2},
+                                                           {CString(u"pop"), 1},
+                                                           {CString(u"rock"), 2},
+                                                           {CString(u"Rock"), 1}};
     ASSERT_EQ(m_db.m_tags.GetSize(), 5);
     for (int i = 0; i < 5; ++i) {
         EXPECT_EQ(m_db.m_tags[i].m_name, expected[i].first) << i;
@@ -228,8 +230,8 @@ TEST_F(ListsTest, LanguageNamesBecomeCodesAndCodesAreMarked) {
 }
 
 TEST_F(ListsTest, IndexedListsEqualTheLinearOnes) {
-    const std::string sample = TempDir::Read(std::string(ORVEX_SOURCE_ROOT) +
-                                             "/fixtures/radio-stations-sample-500.xml");
+    const std::string sample =
+        TempDir::Read(std::string(ORVEX_SOURCE_ROOT) + "/fixtures/radio-stations-sample-500.xml");
     StationDirectoryWriter writer(7);
     TempDir::Write(m_dir / "big.xml", writer.Document(4000));
     TempDir::Write(m_dir / "sample.xml", sample);

@@ -32,16 +32,16 @@ void FillSmall(CRadioBrowseDb& db) {
 // The file of FillSmall, from the format tables: schema, then stations,
 // countries, tags, states, languages, each a count and its records.
 std::string SmallFileBytes() {
-    return Int32(1) + Int32(1) + WideField("A") + WideField("u") + WideField("US") +
-           WideField("") + WideField("en") + WideField("") + Int32(5) + Int32(-1) + Int32(1) +
-           WideField("Chad") + WideField("TD") + Int32(1) + Int32(1) + WideField("pop") +
-           Int32(80) + Int32(1) + WideField("Ohio") + WideField("US") + Int32(2) + Int32(1) +
-           WideField("English") + WideField("en") + Int32(0);
+    return Int32(1) + Int32(1) + WideField("A") + WideField("u") + WideField("US") + WideField("") +
+           WideField("en") + WideField("") + Int32(5) + Int32(-1) + Int32(1) + WideField("Chad") +
+           WideField("TD") + Int32(1) + Int32(1) + WideField("pop") + Int32(80) + Int32(1) +
+           WideField("Ohio") + WideField("US") + Int32(2) + Int32(1) + WideField("English") +
+           WideField("en") + Int32(0);
 }
 
 bool SameTables(const CRadioBrowseDb& a, const CRadioBrowseDb& b) {
-    return a.m_stations == b.m_stations && a.m_countries == b.m_countries &&
-           a.m_tags == b.m_tags && a.m_states == b.m_states && a.m_languages == b.m_languages;
+    return a.m_stations == b.m_stations && a.m_countries == b.m_countries && a.m_tags == b.m_tags &&
+           a.m_states == b.m_states && a.m_languages == b.m_languages;
 }
 
 } // namespace

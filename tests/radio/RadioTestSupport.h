@@ -5,8 +5,8 @@
 #include "radio/RadioBrowseDb.h"
 
 inline CStation MakeStation(const char16_t* name, const char16_t* url, const char16_t* country,
-                            const char16_t* state, const char16_t* language,
-                            const char16_t* tags, int votes = 0, int clicks = 0) {
+                            const char16_t* state, const char16_t* language, const char16_t* tags,
+                            int votes = 0, int clicks = 0) {
     CStation s;
     s.m_name = name;
     s.m_url = url;

@@ -183,15 +183,17 @@ TEST_F(ScannerTest, PostsProgressAtTheFirstStationThenEachThousand) {
         document += Station("name=\"a\" url=\"b\"");
     ASSERT_EQ(Parse(document), 2500);
     PumpMessages();
-    std::vector<std::pair<UINT, LPARAM>> expected = {
-        {UM_UPDATE_STATUS, 0}, {UM_UPDATE_RANGE, 40}, {UM_UPDATE_POS, 0},
-        {UM_UPDATE_POS, 1},    {UM_UPDATE_POS, 2}};
+    std::vector<std::pair<UINT, LPARAM>> expected = {{UM_UPDATE_STATUS, 0},
+                                                     {UM_UPDATE_RANGE, 40},
+                                                     {UM_UPDATE_POS, 0},
+                                                     {UM_UPDATE_POS, 1},
+                                                     {UM_UPDATE_POS, 2}};
     EXPECT_EQ(progress.log, expected);
 }
 
 TEST_F(ScannerTest, TheSampleDirectoryGivesWhatTheAlgorithmGives) {
-    const std::string sample = TempDir::Read(std::string(ORVEX_SOURCE_ROOT) +
-                                             "/fixtures/radio-stations-sample-500.xml");
+    const std::string sample =
+        TempDir::Read(std::string(ORVEX_SOURCE_ROOT) + "/fixtures/radio-stations-sample-500.xml");
     ASSERT_FALSE(sample.empty());
     ASSERT_EQ(Parse(sample), 500);
     int playlists = 0;

@@ -18,8 +18,8 @@ protected:
     }
     void Add(const char16_t* name, const char16_t* country, const char16_t* state,
              const char16_t* language, const char16_t* tags, int votes, int clicks) {
-        m_db.m_stations.Add(MakeStation(name, u"http://s", country, state, language, tags, votes,
-                                        clicks));
+        m_db.m_stations.Add(
+            MakeStation(name, u"http://s", country, state, language, tags, votes, clicks));
     }
     std::vector<CString> Names() const {
         std::vector<CString> names;
