@@ -12,7 +12,8 @@
 BOOL COrvexDoc::ChooseRadioServer() {
     if (!m_serverUrl.IsEmpty())
         return TRUE;
-    const CString listUrl = m_serverListUrl.IsEmpty() ? CString(RB_SERVER_LIST_URL) : m_serverListUrl;
+    const CString listUrl =
+        m_serverListUrl.IsEmpty() ? CString(RB_SERVER_LIST_URL) : m_serverListUrl;
     CString message;
     CStringArray servers;
     if (!m_radioDb.GetServers(listUrl, m_dataFolder + u"/results.txt", &message, &servers)) {
@@ -47,4 +48,3 @@ void COrvexDoc::StartRadioUpdate(HWND hwndDialog) {
     m_jobParams.pDb = &m_radioDbNew;
     m_hJobThread.Start(&m_cancelEvent, [params = &m_jobParams] { RadioUpdateThreadProc(params); });
 }
-

@@ -18,9 +18,9 @@ int CRadioBrowseDb::BuildStationArrayThread(const CString& url, const CString& f
     if (!transfer.GetInternetDataUnicodeThread(url, fileName, &text, m_hwndMain, m_hwndProgress,
                                                m_pCancelEvent)) {
         if (error) {
-            error->Format(
-                CString(u"CRadioBrowseDb::BuildStationArrayThread - GetInternetDataThread failed: %s\n"),
-                text);
+            error->Format(CString(u"CRadioBrowseDb::BuildStationArrayThread - "
+                                  u"GetInternetDataThread failed: %s\n"),
+                          text);
         }
         return 0;
     }

@@ -64,4 +64,3 @@ int CRadioBrowseDb::BuildLookupLists(int stationCount, CString* error) {
     }
     return 1;
 }
-

@@ -1,5 +1,6 @@
 // Helpers shared by the radio tests: small station and table builders.
 #pragma once
+#include <ostream>
 #include <string>
 
 #include "radio/RadioBrowseDb.h"
@@ -43,4 +44,9 @@ inline std::string Int32(int32_t v) {
     for (int i = 0; i < 4; ++i)
         s[i] = static_cast<char>((static_cast<uint32_t>(v) >> (8 * i)) & 0xFF);
     return s;
+}
+
+// Readable texts in the test's failure messages.
+inline void PrintTo(const CString& text, std::ostream* out) {
+    *out << '"' << text.ToUtf8() << '"';
 }

@@ -58,7 +58,8 @@ int RunRadioSearch(const CtlArgs& args) {
             db.m_minClicks = number;
         } else if (option == "--max" && ReadCount(value, number)) {
             maxResults = number;
-        } else if (option == "--sort" && (value == "name" || value == "votes" || value == "clicks")) {
+        } else if (option == "--sort" &&
+                   (value == "name" || value == "votes" || value == "clicks")) {
             byName = value == "name";
             byVotes = value == "votes";
             byClicks = value == "clicks";
@@ -89,11 +90,11 @@ int RunRadioSearch(const CtlArgs& args) {
     return 0;
 }
 
-const CtlCommandRegistrar kRegistrar(
-    "radio-search",
-    "DB.dat [--country CODE] [--state S] [--language CODE] [--name W] [--tag T]... "
-    "[--min-votes N] [--min-clicks N] [--sort name|votes|clicks] [--desc] [--max N]",
-    "search a radio database; all criteria must hold, any one of the tags is enough",
-    RunRadioSearch);
+const CtlCommandRegistrar
+    kRegistrar("radio-search",
+               "DB.dat [--country CODE] [--state S] [--language CODE] [--name W] [--tag T]... "
+               "[--min-votes N] [--min-clicks N] [--sort name|votes|clicks] [--desc] [--max N]",
+               "search a radio database; all criteria must hold, any one of the tags is enough",
+               RunRadioSearch);
 
 } // namespace
