@@ -29,12 +29,19 @@ void SendStatus(HWND dialog, const char16_t* text) {
 
 } // namespace
 
-void COrvexDoc::OnRadioUpdateDone() {
+BOOL COrvexDoc::BeginRadioJobEnd() {
     if (!m_hJobThread.IsRunning())
-        return;
+        return FALSE;
+    // Nothing of the job is touched before the worker has gone.
     m_hJobThread.Wait();
     SendMessageW(m_hwndUpdateDlg, UM_UPDATE_RANGE, 0, 30);
     SendMessageW(m_hwndUpdateDlg, UM_UPDATE_POS, 0, 0);
+    return TRUE;
+}
+
+void COrvexDoc::OnRadioUpdateDone() {
+    if (!BeginRadioJobEnd())
+        return;
     SendStatus(m_hwndUpdateDlg, u"Copying Radio Browser data.");
     m_radioDb.AssignTables(m_radioDbNew);
     // A failed save has said so itself; the new data is live all the same.
@@ -45,11 +52,8 @@ void COrvexDoc::OnRadioUpdateDone() {
 }
 
 void COrvexDoc::OnRadioUpdateFailed() {
-    if (!m_hJobThread.IsRunning())
+    if (!BeginRadioJobEnd())
         return;
-    m_hJobThread.Wait();
-    SendMessageW(m_hwndUpdateDlg, UM_UPDATE_RANGE, 0, 30);
-    SendMessageW(m_hwndUpdateDlg, UM_UPDATE_POS, 0, 0);
     SendStatus(m_hwndUpdateDlg, u"Radio Database Update failed.");
     PostMessageW(m_hwndUpdateDlg, UM_UPDATE_IDLE, 0, 0);
     EndRadioJob();

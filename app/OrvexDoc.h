@@ -86,7 +86,9 @@ public:
     void UpdateAllViews(IDocView* sender, int hint, const CString* object = nullptr);
 
 private:
-    // The clean-up after either end of a job.
+    // The two ends of a job: waiting for the worker and resetting the bar
+    // (0 when no job runs), and the clean-up afterwards.
+    BOOL BeginRadioJobEnd();
     void EndRadioJob();
 
     std::vector<IDocView*> m_views;

@@ -59,6 +59,17 @@ int MarkCodesUsed(Table& table, const Texts& texts) {
     return marked;
 }
 
+// Indexes the table anew when it has changed size since it was indexed.
+template <typename Table, typename KeyOf>
+void SyncIndex(TextKeyMap<int>& index, int& indexed, const Table& table, KeyOf keyOf) {
+    if (indexed == table.GetSize())
+        return;
+    index.clear();
+    for (int i = 0; i < table.GetSize(); ++i)
+        index.try_emplace(keyOf(table[i]), i);
+    indexed = table.GetSize();
+}
+
 } // namespace
 
 int CRadioBrowseDb::BuildCountryCodesArray() {
@@ -90,16 +101,16 @@ int CRadioBrowseDb::SetLanguageCodesUsed() {
     return MarkCodesUsed(m_languages, codes);
 }
 
-void CRadioBrowseDb::AddTag(const CString& name) {
+CRadioBrowseDb::ListIndexes& CRadioBrowseDb::Indexes() {
     if (!m_listIndexes)
         m_listIndexes = std::make_unique<ListIndexes>();
-    ListIndexes& index = *m_listIndexes;
-    if (index.tagsIndexed != m_tags.GetSize()) {
-        index.tags.clear();
-        for (int i = 0; i < m_tags.GetSize(); ++i)
-            index.tags.try_emplace(m_tags[i].m_name.str(), i);
-        index.tagsIndexed = m_tags.GetSize();
-    }
+    return *m_listIndexes;
+}
+
+void CRadioBrowseDb::AddTag(const CString& name) {
+    ListIndexes& index = Indexes();
+    SyncIndex(index.tags, index.tagsIndexed, m_tags,
+              [](const CTag& tag) { return tag.m_name.str(); });
     auto [it, added] = index.tags.try_emplace(name.str(), m_tags.GetSize());
     if (!added) {
         ++m_tags[it->second].m_count;
@@ -113,16 +124,10 @@ void CRadioBrowseDb::AddTag(const CString& name) {
 }
 
 void CRadioBrowseDb::AddState(const CString& name, const CString& countryCode) {
-    if (!m_listIndexes)
-        m_listIndexes = std::make_unique<ListIndexes>();
-    ListIndexes& index = *m_listIndexes;
-    if (index.statesIndexed != m_states.GetSize()) {
-        index.states.clear();
-        for (int i = 0; i < m_states.GetSize(); ++i)
-            index.states.try_emplace(
-                StateKey(m_states[i].m_name.view(), m_states[i].m_countryCode.view()), i);
-        index.statesIndexed = m_states.GetSize();
-    }
+    ListIndexes& index = Indexes();
+    SyncIndex(index.states, index.statesIndexed, m_states, [](const CState& state) {
+        return StateKey(state.m_name.view(), state.m_countryCode.view());
+    });
     auto [it, added] =
         index.states.try_emplace(StateKey(name.view(), countryCode.view()), m_states.GetSize());
     if (!added) {

@@ -114,10 +114,11 @@ public:
 
 private:
     void AddStationTags(const CString& tags);
+    struct ListIndexes;
+    ListIndexes& Indexes();
 
     std::unique_ptr<CStationSearchIndex> m_searchIndex;
     // Lookup indexes of AddTag and AddState, alive while a list is built.
-    struct ListIndexes;
     std::unique_ptr<ListIndexes> m_listIndexes;
 };
 

@@ -101,18 +101,24 @@ void CRadioBrowseDb::InvalidateSearchIndex() {
     m_searchIndex.reset();
 }
 
-BOOL SaveRadioBrowseFile(const CRadioBrowseDb& db, const CString& path) {
+namespace {
+
+// Opens `path` and runs `work` on it; a failure to open and any exception on
+// the way are shown with the exception's own report and give 0. `work` gives
+// 0 when it has abandoned the file itself.
+template <typename Work>
+BOOL WithRadioFile(const CString& path, UINT openFlags, Work work) {
     CFile file;
     CFileException error;
-    if (!file.Open(path, CFile::modeCreate | CFile::modeWrite, &error)) {
+    if (!file.Open(path, openFlags, &error)) {
         error.ReportError();
         return FALSE;
     }
     try {
-        CArchive ar(&file, CArchive::store, 4096);
-        ar << int32_t{1};
-        db.StoreTo(ar);
-        ar.Close();
+        if (!work(file)) {
+            file.Abort();
+            return FALSE;
+        }
         file.Close();
         return TRUE;
     } catch (const CException& e) {
@@ -122,34 +128,32 @@ BOOL SaveRadioBrowseFile(const CRadioBrowseDb& db, const CString& path) {
     }
 }
 
+} // namespace
+
+BOOL SaveRadioBrowseFile(const CRadioBrowseDb& db, const CString& path) {
+    return WithRadioFile(path, CFile::modeCreate | CFile::modeWrite, [&](CFile& file) {
+        CArchive ar(&file, CArchive::store, 4096);
+        ar << int32_t{1};
+        db.StoreTo(ar);
+        ar.Close();
+        return TRUE;
+    });
+}
+
 BOOL LoadRadioBrowseFile(CRadioBrowseDb& db, const CString& path) {
-    CFile file;
-    CFileException error;
-    if (!file.Open(path, CFile::modeRead | CFile::shareDenyWrite, &error)) {
-        error.ReportError();
-        return FALSE;
-    }
-    try {
-        if (file.GetLength() == 0) {
-            file.Abort();
+    return WithRadioFile(path, CFile::modeRead | CFile::shareDenyWrite, [&](CFile& file) {
+        if (file.GetLength() == 0)
             return FALSE;
-        }
         CArchive ar(&file, CArchive::load, 4096);
         int32_t schema = 0;
         ar >> schema;
         if (schema != 1) {
             MessageBoxW(nullptr, CString(u"RB data wrong schema."), CString(u"Orvex Application"),
                         MB_ICONINFORMATION);
-            file.Abort();
             return FALSE;
         }
         db.LoadFrom(ar);
         ar.Close();
-        file.Close();
         return TRUE;
-    } catch (const CException& e) {
-        file.Abort();
-        e.ReportError();
-        return FALSE;
-    }
+    });
 }

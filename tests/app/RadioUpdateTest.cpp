@@ -103,8 +103,9 @@ protected:
         m_cwd = std::make_unique<ScopedCurrentDir>(m_start);
         m_env = std::make_unique<ScopedEnv>("XDG_DATA_HOME", m_root / "data");
         m_app = std::make_unique<COrvexApp>();
-        m_app->SetFrameFactory(
-            [](COrvexDoc& doc) -> std::unique_ptr<IMainFrame> { return std::make_unique<JobFrame>(doc); });
+        m_app->SetFrameFactory([](COrvexDoc& doc) -> std::unique_ptr<IMainFrame> {
+            return std::make_unique<JobFrame>(doc);
+        });
         EXPECT_TRUE(m_app->InitInstance());
         m_doc = m_app->GetDocument();
         m_doc->m_serverUrl = CString(m_server.Url(""));
@@ -303,35 +304,35 @@ TEST_F(RadioUpdateTest, ServersAreFoundOnceInTheList) {
     CString message;
     CStringArray servers;
     const CString results = m_doc->m_dataFolder + u"/results.txt";
-    ASSERT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results,
-                                          &message, &servers),
+    ASSERT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
+                                          &servers),
               2);
     EXPECT_EQ(servers[0], CString(u"https://de1.api.radio-browser.info"));
     EXPECT_EQ(servers[1], CString(u"https://nl1.api.radio-browser.info"));
 
     m_server.Route("/json/servers", "\"name\": \"api.radio-browser.info\"\n");
-    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results,
-                                          &message, &servers),
+    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
+                                          &servers),
               0);
     EXPECT_EQ(message, CString(u"CRadioBrowseDb GetServers - parsing error.\n"));
     m_server.Route("/json/servers", "xxxx.api.radio-browser.info\n");
-    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results,
-                                          &message, &servers),
+    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
+                                          &servers),
               0);
     EXPECT_EQ(message, CString(u"CRadioBrowseDb GetServers - parsing error.\n"));
     m_server.Route("/json/servers", "[]\n");
-    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results,
-                                          &message, &servers),
+    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
+                                          &servers),
               0);
     EXPECT_EQ(message, CString(u"ERROR CRadioBrowseDb GetServers - no server urls gotten.\n"));
     m_server.Route("/json/servers", std::string(2048, ' '));
-    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results,
-                                          &message, &servers),
+    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
+                                          &servers),
               0);
     EXPECT_EQ(message, CString(u"ERROR CRadioBrowseDb GetServers - no server urls gotten.\n"));
     m_server.Route("/json/servers", std::string(2049, ' '));
-    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results,
-                                          &message, &servers),
+    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
+                                          &servers),
               0);
     CString tooLong;
     tooLong.Format(CString(u"CRadioBrowseDb GetServers - file %s is too long.\n"), results);

@@ -35,8 +35,8 @@ protected:
             s.m_country = CString("K" + std::to_string(i % RB_MIN_COUNTRIES));
             s.m_state = CString("State " + std::to_string(i % RB_MIN_STATES));
             s.m_language = CString("Language " + std::to_string(i % RB_MIN_LANGUAGES));
-            s.m_tags = CString("tag " + std::to_string(i % RB_MIN_TAGS) + ", rare " +
-                               std::to_string(i));
+            s.m_tags =
+                CString("tag " + std::to_string(i % RB_MIN_TAGS) + ", rare " + std::to_string(i));
             m_db.m_stations.Add(std::move(s));
         }
     }
