@@ -56,6 +56,11 @@ public:
     // Gives the start directory when the user's folder can't be used.
     CString SettleDataFolder(const CString& startDirectory);
 
+    // Check For Updates: compares this version with the download server's.
+    void OnCheckForUpdates();
+    // The program's version as "%d.%d.%d.%d".
+    BOOL GetVersionString(CString& out);
+
     // The radio database and its update job (DocRadio.cpp).
     CRadioBrowseDb m_radioDb;
     CRadioBrowseDb m_radioDbNew;

@@ -3,8 +3,8 @@
 #pragma once
 #include <memory>
 
+#include "net/JobLink.h"
 #include "platform/base/Archive.h"
-#include "platform/base/JobLink.h"
 #include "radio/RadioRecords.h"
 
 class CStationSearchIndex;
@@ -82,6 +82,10 @@ public:
     int FindLanguageCode(const CString& text, CString& code);
     void AddTag(const CString& name);
     void AddState(const CString& name, const CString& countryCode);
+    // The job's poll of the cancel event; a cancel it sees is told in the
+    // status as "Canceling Update.".
+    BOOL IsCancelled();
+
     // 1 when every table holds at least its minimum.
     BOOL MeetsLimits() const;
 

@@ -64,3 +64,10 @@ int CRadioBrowseDb::BuildLookupLists(int stationCount, CString* error) {
     }
     return 1;
 }
+
+BOOL CRadioBrowseDb::IsCancelled() {
+    if (!CJobLink::IsCancelled())
+        return FALSE;
+    ShowStatus(CString(u"Canceling Update."));
+    return TRUE;
+}

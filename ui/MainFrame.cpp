@@ -68,7 +68,10 @@ void CMainFrame::CreateMenus() {
     AddCommand(setup, ID_FONT_RIGHT, QStringLiteral("Font - Right Pane..."));
     AddCommand(setup, ID_FOLDER_LOCATIONS, QStringLiteral("Folder Locations..."));
     AddCommand(setup, ID_LAV_SETUP, QStringLiteral("LAV Setup..."));
-    AddCommand(setup, ID_CHECK_FOR_UPDATES, QStringLiteral("Check For Updates"));
+    QAction* checkForUpdates =
+        AddCommand(setup, ID_CHECK_FOR_UPDATES, QStringLiteral("Check For Updates"));
+    checkForUpdates->setEnabled(true);
+    connect(checkForUpdates, &QAction::triggered, this, [this] { m_document.OnCheckForUpdates(); });
 
     QMenu* tools = menuBar()->addMenu(QStringLiteral("&Tools"));
     AddCommand(tools, ID_EXPORT, QStringLiteral("Export"));
@@ -99,7 +102,9 @@ void CMainFrame::ShowFrame() {
 
 void CMainFrame::StopPlaybackForExit() {}
 
-LRESULT CMainFrame::OnWindowMessage(UINT, WPARAM, LPARAM) {
+LRESULT CMainFrame::OnWindowMessage(UINT message, WPARAM, LPARAM) {
+    // The radio update's end goes on to the document.
+    m_document.OnRadioJobMessage(message);
     return 0;
 }
 

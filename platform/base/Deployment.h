@@ -5,6 +5,12 @@
 // The project's home page, shown in the About box.
 inline constexpr const char16_t* kProjectWebAddress = u"https://orvex.sourceforge.io";
 
+// The project's download server, reached over HTTPS. The update check reads
+// the version file from it, then asks for the statistics file.
+inline constexpr const char16_t* kDownloadServerHost = u"orvex.sourceforge.io";
+inline constexpr const char16_t* kVersionFilePath = u"/orvex/SourceCode/version.dat";
+inline constexpr const char16_t* kVersionStatsPath = u"/orvex/SourceCode/VersionStats.7z";
+
 // Web addresses of the open source projects credited in the About box, in the
 // order the box lists them.
 struct CreditedProject {

@@ -11,6 +11,7 @@
 #include <QThread>
 
 #include "platform/base/MessageBox.h"
+#include "platform/base/WaitCursor.h"
 #include "platform/base/Window.h"
 
 namespace {
@@ -150,6 +151,15 @@ void InstallQtPlatformGlue() {
             QCoreApplication::instance(), [&] { answer = ShowQtMessageBox(request); },
             Qt::BlockingQueuedConnection);
         return answer;
+    });
+    // The pointer belongs to the user interface thread; waits elsewhere don't show.
+    SetWaitCursorHook([](bool busy) {
+        if (QThread::currentThread() != QCoreApplication::instance()->thread())
+            return;
+        if (busy)
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+        else
+            QApplication::restoreOverrideCursor();
     });
     SetSystemMenuFont(LogFontFromFont(QApplication::font("QMenu")));
 }

@@ -310,11 +310,13 @@ TEST_F(RadioUpdateTest, ServersAreFoundOnceInTheList) {
     EXPECT_EQ(servers[0], CString(u"https://de1.api.radio-browser.info"));
     EXPECT_EQ(servers[1], CString(u"https://nl1.api.radio-browser.info"));
 
-    m_server.Route("/json/servers", "\"name\": \"api.radio-browser.info\"\n");
+    // Fewer than four characters in front of the domain.
+    m_server.Route("/json/servers", "ab.api.radio-browser.info\"\n");
     EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
                                           &servers),
               0);
     EXPECT_EQ(message, CString(u"CRadioBrowseDb GetServers - parsing error.\n"));
+    // The line ends right behind the domain.
     m_server.Route("/json/servers", "xxxx.api.radio-browser.info\n");
     EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
                                           &servers),

@@ -70,6 +70,7 @@ TEST(MainFrame, MenuBarCarriesEveryCommandInItsMenu) {
               QKeySequence(QStringLiteral("Ctrl+O")));
     EXPECT_TRUE(frame.CommandAction(ID_ABOUT)->isEnabled());
     EXPECT_TRUE(frame.CommandAction(ID_APP_EXIT)->isEnabled());
+    EXPECT_TRUE(frame.CommandAction(ID_CHECK_FOR_UPDATES)->isEnabled());
 
     // The status bar starts hidden and the View menu shows it.
     frame.show();

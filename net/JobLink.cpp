@@ -1,4 +1,4 @@
-#include "platform/base/JobLink.h"
+#include "net/JobLink.h"
 
 #include <chrono>
 #include <thread>
@@ -11,12 +11,9 @@ void CJobLink::ShowStatus(const CString& text) {
         return;
     AfxGetAppContext().SetUpdateStatus(text);
     PostMessageW(m_hwndProgress, UM_UPDATE_STATUS, 0, 0);
-    std::this_thread::sleep_for(std::chrono::milliseconds(250));
+    std::this_thread::sleep_for(std::chrono::milliseconds(kStatusPauseMilliseconds));
 }
 
 BOOL CJobLink::IsCancelled() {
-    if (!m_pCancelEvent || WaitForSingleObject(m_pCancelEvent, 0) != WAIT_OBJECT_0)
-        return FALSE;
-    ShowStatus(CString(u"Canceling Update."));
-    return TRUE;
+    return m_pCancelEvent && WaitForSingleObject(m_pCancelEvent, 0) == WAIT_OBJECT_0;
 }
