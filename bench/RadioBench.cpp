@@ -131,13 +131,23 @@ int main(int argc, char** argv) {
              d.m_bMinVotes = TRUE, d.m_minVotes = 10;
          }},
     };
-    for (const Search& search : searches) {
+    for (size_t n = 0; n < std::size(searches); ++n) {
+        const Search& search = searches[n];
+        const Search& other = searches[(n + 1) % std::size(searches)];
         int hits = 0;
-        const double ms = BestMs(5, [&] {
+        // Each run follows a different search, as in the dialog, so that no
+        // run finds the memory of its own last results.
+        double ms = 1e30;
+        for (int run = 0; run < 5; ++run) {
             db.ClearCriteria();
-            search.set(db);
-            hits = db.SearchStations();
-        });
+            other.set(db);
+            db.SearchStations();
+            ms = std::min(ms, BestMs(1, [&] {
+                              db.ClearCriteria();
+                              search.set(db);
+                              hits = db.SearchStations();
+                          }));
+        }
         char label[96];
         snprintf(label, sizeof label, "%s [%d]", search.what, hits);
         Report(label, ms, "ms", 10, false);

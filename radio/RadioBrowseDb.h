@@ -2,6 +2,7 @@
 // station, the search criteria and the last search's results.
 #pragma once
 #include <memory>
+#include <vector>
 
 #include "net/JobLink.h"
 #include "platform/base/Archive.h"
@@ -118,10 +119,13 @@ public:
 
 private:
     void AddStationTags(const CString& tags);
+    // Empties m_results, keeping records for the next search to fill.
+    void DropResults();
     struct ListIndexes;
     ListIndexes& Indexes();
 
     std::unique_ptr<CStationSearchIndex> m_searchIndex;
+    std::vector<CStation> m_spareResults;
     // Lookup indexes of AddTag and AddState, alive while a list is built.
     std::unique_ptr<ListIndexes> m_listIndexes;
 };

@@ -99,6 +99,7 @@ int CRadioBrowseDb::FindNoCase(const CString& text, const CString& pattern) {
 
 void CRadioBrowseDb::InvalidateSearchIndex() {
     m_searchIndex.reset();
+    m_spareResults = std::vector<CStation>();
 }
 
 namespace {

@@ -29,8 +29,17 @@ int CRadioBrowseDb::CountCriteria() const {
            m_bMinClicks + m_bMinVotes;
 }
 
+void CRadioBrowseDb::DropResults() {
+    // The larger of the two sets of records is kept for the next search,
+    // whose copies then mostly land in strings that already have the room.
+    std::vector<CStation>& results = m_results.Items();
+    if (results.size() > m_spareResults.size())
+        results.swap(m_spareResults);
+    results.clear();
+}
+
 int CRadioBrowseDb::SearchStations() {
-    m_results.RemoveAll();
+    DropResults();
     const int needed = CountCriteria();
     if (needed == 0)
         return 0;
@@ -82,14 +91,15 @@ int CRadioBrowseDb::SearchStations() {
             hits.push_back(i);
     }
     std::vector<CStation>& results = m_results.Items();
-    results.reserve(hits.size());
-    for (int i : hits)
-        results.push_back(m_stations[i]);
+    results.swap(m_spareResults);
+    results.resize(hits.size());
+    for (size_t k = 0; k < hits.size(); ++k)
+        results[k] = m_stations[hits[k]];
     return m_results.GetSize();
 }
 
 void CRadioBrowseDb::ClearCriteria() {
-    m_results.RemoveAll();
+    DropResults();
     m_bFindName = m_bFindCountry = m_bFindState = m_bFindLanguage = FALSE;
     m_bFindTags = m_bMinClicks = m_bMinVotes = FALSE;
     m_findName.Empty();
@@ -102,7 +112,7 @@ void CRadioBrowseDb::ClearCriteria() {
 }
 
 void CRadioBrowseDb::ClearSearch() {
-    m_results.RemoveAll();
+    DropResults();
     ClearCriteria();
 }
 
