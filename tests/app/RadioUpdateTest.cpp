@@ -11,15 +11,12 @@
 #include "platform/base/AppContext.h"
 #include "platform/base/UserMessages.h"
 #include "tests/support/MessageBoxRecorder.h"
+#include "tests/support/PrintCString.h"
 #include "tests/support/StationDirectoryWriter.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/TestHttpServer.h"
 
 namespace {
-
-void PrintTo(const CString& text, std::ostream* out) {
-    *out << '"' << text.ToUtf8() << '"';
-}
 
 // The main frame as far as the job needs it: it hands the job's end
 // messages to the document.

@@ -1,9 +1,9 @@
 // Helpers shared by the radio tests: small station and table builders.
 #pragma once
-#include <ostream>
 #include <string>
 
 #include "radio/RadioBrowseDb.h"
+#include "tests/support/PrintCString.h"
 
 inline CStation MakeStation(const char16_t* name, const char16_t* url, const char16_t* country,
                             const char16_t* state, const char16_t* language, const char16_t* tags,
@@ -44,9 +44,4 @@ inline std::string Int32(int32_t v) {
     for (int i = 0; i < 4; ++i)
         s[i] = static_cast<char>((static_cast<uint32_t>(v) >> (8 * i)) & 0xFF);
     return s;
-}
-
-// Readable texts in the test's failure messages.
-inline void PrintTo(const CString& text, std::ostream* out) {
-    *out << '"' << text.ToUtf8() << '"';
 }
