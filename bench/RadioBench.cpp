@@ -138,7 +138,7 @@ int main(int argc, char** argv) {
         // Each run follows a different search, as in the dialog, so that no
         // run finds the memory of its own last results.
         double ms = 1e30;
-        for (int run = 0; run < 5; ++run) {
+        for (int run = 0; run < 10; ++run) {
             db.ClearCriteria();
             other.set(db);
             db.SearchStations();

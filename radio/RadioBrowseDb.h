@@ -119,7 +119,8 @@ public:
 
 private:
     void AddStationTags(const CString& tags);
-    // Empties m_results, keeping records for the next search to fill.
+    // Empties m_results into m_spareResults, whose records the next search
+    // fills; they go with the stations' tables.
     void DropResults();
     struct ListIndexes;
     ListIndexes& Indexes();

@@ -1,8 +1,12 @@
 // The search over all stations: every criterion that is set must hold, the
 // tags among themselves need only one. A text criterion holds when it occurs
 // anywhere in its field, both taken in upper case.
+#include <algorithm>
+#include <iterator>
+
 #include "radio/RadioBrowseDb.h"
 #include "radio/StationSearchIndex.h"
+#include "radio/TextFind.h"
 #include "radio/TextKeys.h"
 
 CStationSearchIndex::CStationSearchIndex(const CStationAr& stations) : m_size(stations.GetSize()) {
@@ -30,18 +34,21 @@ int CRadioBrowseDb::CountCriteria() const {
 }
 
 void CRadioBrowseDb::DropResults() {
-    // The larger of the two sets of records is kept for the next search,
-    // whose copies then mostly land in strings that already have the room.
+    // The records go to the spare set with their strings' memory, for the
+    // next search to copy into; no string is freed on the way.
     std::vector<CStation>& results = m_results.Items();
-    if (results.size() > m_spareResults.size())
+    if (m_spareResults.empty()) {
         results.swap(m_spareResults);
-    results.clear();
+    } else {
+        m_spareResults.insert(m_spareResults.end(), std::make_move_iterator(results.begin()),
+                              std::make_move_iterator(results.end()));
+        results.clear();
+    }
 }
 
 int CRadioBrowseDb::SearchStations() {
     DropResults();
-    const int needed = CountCriteria();
-    if (needed == 0)
+    if (CountCriteria() == 0)
         return 0;
     if (!m_searchIndex || m_searchIndex->GetSize() != m_stations.GetSize())
         m_searchIndex = std::make_unique<CStationSearchIndex>(m_stations);
@@ -56,42 +63,50 @@ int CRadioBrowseDb::SearchStations() {
         tags.push_back(UpperText(tag.view()));
 
     auto occurs = [](std::u16string_view field, const std::u16string& pattern) {
-        return field.find(pattern) != std::u16string_view::npos;
+        return FindUnits(field, pattern) != std::u16string_view::npos;
     };
     // Matches are noted first and copied afterwards into a table of the right
     // size: a search that hits most stations copies each once.
     std::vector<int> hits;
-    for (int i = 0; i < m_stations.GetSize(); ++i) {
+    // A station is in when every criterion that is set holds, so the first
+    // that fails ends its tests; the cheap ones go first.
+    auto holds = [&](int i) {
         const CStation& station = m_stations[i];
-        int held = 0;
-        if (m_bFindName && occurs(index.Get(i, CStationSearchIndex::name), name))
-            ++held;
-        if (m_bFindCountry && occurs(index.Get(i, CStationSearchIndex::country), country))
-            ++held;
-        if (m_bFindState && occurs(index.Get(i, CStationSearchIndex::state), state))
-            ++held;
-        if (m_bFindLanguage && occurs(index.Get(i, CStationSearchIndex::language), language))
-            ++held;
+        if (m_bMinClicks && station.m_clicks < m_minClicks)
+            return false;
+        if (m_bMinVotes && station.m_votes < m_minVotes)
+            return false;
+        if (m_bFindCountry && !occurs(index.Get(i, CStationSearchIndex::country), country))
+            return false;
+        if (m_bFindLanguage && !occurs(index.Get(i, CStationSearchIndex::language), language))
+            return false;
+        if (m_bFindState && !occurs(index.Get(i, CStationSearchIndex::state), state))
+            return false;
+        if (m_bFindName && !occurs(index.Get(i, CStationSearchIndex::name), name))
+            return false;
         if (m_bFindTags) {
             const std::u16string_view field = index.Get(i, CStationSearchIndex::tags);
-            if (!field.empty()) {
-                for (const std::u16string& tag : tags) {
-                    if (occurs(field, tag)) {
-                        ++held;
-                        break;
-                    }
-                }
+            if (field.empty())
+                return false;
+            for (const std::u16string& tag : tags) {
+                if (occurs(field, tag))
+                    return true;
             }
+            return false;
         }
-        if (m_bMinClicks && station.m_clicks >= m_minClicks)
-            ++held;
-        if (m_bMinVotes && station.m_votes >= m_minVotes)
-            ++held;
-        if (held == needed)
+        return true;
+    };
+    for (int i = 0; i < m_stations.GetSize(); ++i) {
+        if (holds(i))
             hits.push_back(i);
     }
     std::vector<CStation>& results = m_results.Items();
-    results.swap(m_spareResults);
+    const size_t reused = std::min(hits.size(), m_spareResults.size());
+    results.reserve(hits.size());
+    results.insert(results.end(),
+                   std::make_move_iterator(m_spareResults.end() - static_cast<long>(reused)),
+                   std::make_move_iterator(m_spareResults.end()));
+    m_spareResults.resize(m_spareResults.size() - reused);
     results.resize(hits.size());
     for (size_t k = 0; k < hits.size(); ++k)
         results[k] = m_stations[hits[k]];

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "radio/RadioBrowseDb.h"
+#include "radio/TextFind.h"
 #include "tests/radio/RadioTestSupport.h"
 #include "tests/support/StationDirectoryWriter.h"
 #include "tests/support/TempDir.h"
@@ -197,5 +198,27 @@ TEST(StationSearch, IndexedSearchEqualsTheDesignedScan) {
         EXPECT_GT(expected, 0) << (&c - cases);
         for (size_t k = 0; k < hits.size(); ++k)
             EXPECT_TRUE(db.m_results[static_cast<int>(k)] == db.m_stations[hits[k]]);
+    }
+}
+
+TEST(StationSearch, BlockwiseFindGivesWhatFindGives) {
+    // Every pattern of every length at every place, in texts around the
+    // eight-unit blocks, found and not found.
+    std::u16string text;
+    for (int i = 0; i < 40; ++i)
+        text.push_back(static_cast<char16_t>(u'a' + (i * 7) % 5));
+    text[33] = u'\u00E9';
+    for (size_t length = 0; length <= text.size(); ++length) {
+        const std::u16string_view haystack = std::u16string_view(text).substr(0, length);
+        for (size_t from = 0; from < text.size(); ++from) {
+            for (size_t m = 0; from + m <= text.size() && m < 12; ++m) {
+                std::u16string pattern = text.substr(from, m);
+                EXPECT_EQ(FindUnits(haystack, pattern), haystack.find(pattern));
+                if (!pattern.empty()) {
+                    pattern.back() = u'z';
+                    EXPECT_EQ(FindUnits(haystack, pattern), haystack.find(pattern));
+                }
+            }
+        }
     }
 }
