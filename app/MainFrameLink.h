@@ -11,5 +11,7 @@ public:
     virtual void ShowFrame() = 0;
     // Ends any playback before the program asks about unsaved changes.
     virtual void StopPlaybackForExit() = 0;
+    // Ends the playback of a CD or DVD, if one plays, before a disc's rows go.
+    virtual void StopDiscPlayback() {}
     virtual HWND GetFrameHwnd() const = 0;
 };

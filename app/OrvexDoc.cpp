@@ -47,14 +47,11 @@ BOOL COrvexDoc::OnNewDocument() {
     m_extensions.LoadExtensions();
     const CString startDirectory = app ? app->m_startDirectory : GetCurrentDirectoryW();
     m_dataFolder = SettleDataFolder(startDirectory);
+    // Results are not examined: start-up never stops because of a data file.
+    LoadContents(ContentsFilePath());
+    LoadUserData(UserDataFilePath());
     // The radio database comes last, after the contents and the user data.
     LoadRadioDb(m_dataFolder + u"/RadioBrowse.dat");
-    return TRUE;
-}
-
-BOOL COrvexDoc::SaveModified() {
-    if (IMainFrame* frame = GetMainFrame())
-        frame->StopPlaybackForExit();
     return TRUE;
 }
 

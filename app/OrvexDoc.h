@@ -85,10 +85,56 @@ public:
     // The end messages of the job, as the main frame hands them on; 1 when
     // the message was one of them.
     BOOL OnRadioJobMessage(UINT message);
+    // The search's results as audio stream items in a root topic, at most
+    // maxCount of them (0: all); gives how many.
+    int ImportStationResults(CString topicName, int maxCount);
 
     void AddView(IDocView* view);
     void RemoveView(IDocView* view);
     void UpdateAllViews(IDocView* sender, int hint, const CString* object = nullptr);
+
+    // Library files (DocContentsFile.cpp, DocUserData.cpp). Each gives 1 on
+    // success; LoadContents replaces the tree and shows the favourites.
+    BOOL SaveContents(const CString& path);
+    BOOL LoadContents(const CString& path);
+    BOOL SaveUserData(const CString& path);
+    BOOL LoadUserData(const CString& path);
+
+    // The display model (DocDisplay.cpp): what the list pane shows.
+    void RefreshDisplay(BOOL rebuildFavorites, BOOL showFavorites, const CTopic* pTopic,
+                        BOOL updateTree, BOOL updateList);
+    BOOL ShowTopic(const CNodeArray& path);
+    BOOL SelectTopic(const CNodeArray& path);
+    BOOL ShowFavorites();
+    // The favourites are recognised by the name of the displayed topic.
+    BOOL IsFavoritesDisplayed() const;
+
+    // Changes of the tree (DocOperations.cpp): each calls the tree, refreshes
+    // the display and marks the contents changed; 0 changes nothing.
+    BOOL SetItemFavorite(const CNodeArray& path, const CMediaItem& item, BOOL favorite,
+                         BOOL forceFavoritesView);
+    BOOL RemoveMediaItem(const CNodeArray& path, const CMediaItem& item);
+    BOOL RemoveMediaItems(const CNodeArray& path, const CMediaArray& items);
+    BOOL MoveMediaItem(const CMediaItem& item, const CNodeArray& fromPath,
+                       const CNodeArray& toPath);
+    BOOL MoveMediaItems(const CMediaArray& items, const CNodeArray& fromPath,
+                        const CNodeArray& toPath);
+    BOOL MoveTopic(const CNodeArray& fromPath, const CNodeArray& toPath, BOOL after);
+    BOOL RelocateTopic(const CNodeArray& fromPath, const CNodeArray& toPath, int mode);
+    BOOL DeleteTopic(const CNodeArray& path);
+    BOOL SortTopicMedia(const CNodeArray& path, BOOL ascending);
+
+    // Commands (DocCommands.cpp).
+    // m_dataFolder + "/OrvexContents.dat" and + "/OrvexUser.dat".
+    CString ContentsFilePath() const;
+    CString UserDataFilePath() const;
+    void OnSaveContents();
+    // Run the font dialog on the pane's font; OK applies it.
+    void OnFontLeft();
+    void OnFontRight();
+    // The OK of "Set Folder Paths": both folders taken, changed or not.
+    void SetFolderLocations(const CString& contentsFolder, const CString& videoFolder);
+    void OnDiscChange(const CString& drive, BOOL arrived);
 
 private:
     // The two ends of a job: waiting for the worker and resetting the bar
@@ -99,5 +145,7 @@ private:
     std::vector<IDocView*> m_views;
 };
 
+// The name of the made-up topic that shows the favourites.
+extern const char16_t* const kFavoritesName;
 // The four data files, in the order they are seeded.
 extern const char16_t* const kSeededDataFiles[4];

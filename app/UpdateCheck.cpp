@@ -69,7 +69,7 @@ CString DownloadServerAddress() {
     return CString(u"https://") + kDownloadServerHost;
 }
 
-void CheckForUpdates(const CString& dataFolder, const CString& serverAddress,
+BOOL CheckForUpdates(const CString& dataFolder, const CString& serverAddress,
                      const CString& currentVersion) {
     CWaitCursor wait;
     CString target = dataFolder + u"/results.txt";
@@ -83,7 +83,7 @@ void CheckForUpdates(const CString& dataFolder, const CString& serverAddress,
             CString text;
             text.Format(u"Unable to check for updates. %s", error);
             AfxMessageBox(text);
-            return;
+            return FALSE;
         }
     }
 
@@ -95,7 +95,7 @@ void CheckForUpdates(const CString& dataFolder, const CString& serverAddress,
         text.Format(u"Can not open file %s, error = %u\n", target,
                     static_cast<unsigned>(openError.m_cause));
         AfxMessageBox(text);
-        return;
+        return FALSE;
     }
     if (file.GetLength() > kMaxVersionFileBytes) {
         file.Abort();
@@ -103,7 +103,7 @@ void CheckForUpdates(const CString& dataFolder, const CString& serverAddress,
         CString text;
         text.Format(u"Check for updates - file %s is too long.\n", target);
         AfxMessageBox(text);
-        return;
+        return FALSE;
     }
     std::string bytes(static_cast<size_t>(kMaxVersionFileBytes), '\0');
     bytes.resize(file.Read(bytes.data(), static_cast<UINT>(bytes.size())));
@@ -122,7 +122,9 @@ void CheckForUpdates(const CString& dataFolder, const CString& serverAddress,
 
     if (check.failed) {
         AfxMessageBox(u"Check for updates failed");
-    } else if (check.newer) {
+        return FALSE;
+    }
+    if (check.newer) {
         CString text;
         text.Format(u"A newer version, %s, is available at: ", check.latest);
         text += kProjectWebAddress;
@@ -130,4 +132,5 @@ void CheckForUpdates(const CString& dataFolder, const CString& serverAddress,
     } else {
         AfxMessageBox(u"You have the latest version.", MB_ICONINFORMATION);
     }
+    return TRUE;
 }

@@ -24,5 +24,7 @@ CString DownloadServerAddress();
 // The whole check against a server address ("https://host[:port]"): fetches
 // the version file into dataFolder + "/results.txt", compares it with
 // currentVersion, asks for the statistics file, and reports in one message box.
-void CheckForUpdates(const CString& dataFolder, const CString& serverAddress,
+// Gives 1 when the box told the user which version is the latest, 0 when it
+// reported a failure.
+BOOL CheckForUpdates(const CString& dataFolder, const CString& serverAddress,
                      const CString& currentVersion);

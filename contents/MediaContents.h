@@ -49,6 +49,11 @@ public:
     BOOL BuildFavorites(CMediaArray& items, CNodesArArray& paths, int* pCount) const;
     void CountEntries(int* pTopics, int* pItems) const;
 
+    // The root topic list of the contents file (the schema word is the
+    // caller's). Load appends to m_topics.
+    void Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const;
+    void Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema);
+
 private:
     // The topic at `path`, or null; a topic named "ERROR" counts as not found.
     CTopic* Find(const CNodeArray& path);

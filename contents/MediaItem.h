@@ -4,6 +4,9 @@
 #include "platform/base/Array.h"
 #include "platform/base/CString.h"
 
+class CArchive;
+class CTopicStrAliasAr;
+
 enum MediaType : uint32_t {
     MEDIA_NONE = 0,
     MEDIA_AUDIO_URL = 1,
@@ -37,6 +40,11 @@ public:
     CString TopicsAsList() const;
     // Appends one topic per "\"-separated level, each trimmed.
     void SetTopicsFromPath(const CString& path);
+
+    // The contents file form; topic names go through the alias table, the
+    // name and the location as they are.
+    void Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const;
+    void Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema);
 };
 
 class CMediaArray : public CArray<CMediaItem> {
@@ -44,6 +52,10 @@ public:
     BOOL Contains(const CMediaItem& item) const;
     // By name without case; the order of equal names is not defined.
     void SortByName(BOOL ascending);
+
+    void Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const;
+    // Appends the stored items.
+    void Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema);
 };
 
 // Splits a "\"-separated path into trimmed parts. An empty text gives no part;

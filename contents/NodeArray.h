@@ -5,6 +5,9 @@
 #include "platform/base/Array.h"
 #include "platform/base/CString.h"
 
+class CArchive;
+class CTopicStrAliasAr;
+
 class CNodeItem {
 public:
     CNodeItem() = default;
@@ -20,6 +23,10 @@ public:
     bool operator==(const CNodeItem& other) const {
         return m_index == other.m_index && m_name == other.m_name;
     }
+
+    // The contents file form: the name through the alias table, then the index.
+    void Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const;
+    void Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema);
 };
 
 class CNodeArray : public CArray<CNodeItem> {
@@ -35,6 +42,10 @@ public:
     BOOL IsSiblingOf(const CNodeArray& other, BOOL* pBothRoots) const;
     BOOL IsPrefixOf(const CNodeArray& path, BOOL* pExact) const;
     BOOL IsNamePrefixOf(const CStringArray& names, BOOL* pExact) const;
+
+    void Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const;
+    // Appends the stored nodes.
+    void Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema);
 
     CNodeArray& AsPath() { return *this; }
     const CNodeArray& AsPath() const { return *this; }

@@ -6,7 +6,12 @@
 #include "contents/NodeArray.h"
 
 class CTopic;
-class CTopicArray : public CArray<CTopic> {};
+class CTopicArray : public CArray<CTopic> {
+public:
+    void Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const;
+    // Appends the stored topics, each with its whole subtree.
+    void Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema);
+};
 
 class CTopic : public CNodeArray {
 public:
@@ -23,6 +28,10 @@ public:
     BOOL RebuildChildPaths(int* pCount);
     void CollectFavorites(CMediaArray& items, CNodesArArray& paths, int* pCount) const;
     void CountEntries(int* pTopics, int* pItems) const;
+
+    // The contents file form: path, media type, items, children.
+    void Store(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema) const;
+    void Load(CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema);
 
     CNodeArray& Path() { return *this; }
     const CNodeArray& Path() const { return *this; }

@@ -49,8 +49,10 @@ void CMainFrame::CreateMenus() {
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
     AddCommand(file, ID_FILE_OPEN, QStringLiteral("&Open Media File...\tCtrl+O"));
     AddCommand(file, ID_OPEN_MEDIA_URL, QStringLiteral("Open Media URL"));
-    AddCommand(file, ID_SAVE_CONTENTS, QStringLiteral("Save Contents"))
-        ->setStatusTip(QStringLiteral("Save any changes to the Contents"));
+    QAction* save = AddCommand(file, ID_SAVE_CONTENTS, QStringLiteral("Save Contents"));
+    save->setStatusTip(QStringLiteral("Save any changes to the Contents"));
+    save->setEnabled(true);
+    connect(save, &QAction::triggered, this, [this] { m_document.OnSaveContents(); });
     file->addSeparator();
     QAction* exit = AddCommand(file, ID_APP_EXIT, QStringLiteral("E&xit"));
     exit->setEnabled(true);
@@ -64,8 +66,12 @@ void CMainFrame::CreateMenus() {
     connect(statusBarAction, &QAction::toggled, statusBar(), &QWidget::setVisible);
 
     QMenu* setup = menuBar()->addMenu(QStringLiteral("&Setup"));
-    AddCommand(setup, ID_FONT_LEFT, QStringLiteral("Font - Left Pane..."));
-    AddCommand(setup, ID_FONT_RIGHT, QStringLiteral("Font - Right Pane..."));
+    QAction* fontLeft = AddCommand(setup, ID_FONT_LEFT, QStringLiteral("Font - Left Pane..."));
+    fontLeft->setEnabled(true);
+    connect(fontLeft, &QAction::triggered, this, [this] { m_document.OnFontLeft(); });
+    QAction* fontRight = AddCommand(setup, ID_FONT_RIGHT, QStringLiteral("Font - Right Pane..."));
+    fontRight->setEnabled(true);
+    connect(fontRight, &QAction::triggered, this, [this] { m_document.OnFontRight(); });
     AddCommand(setup, ID_FOLDER_LOCATIONS, QStringLiteral("Folder Locations..."));
     AddCommand(setup, ID_LAV_SETUP, QStringLiteral("LAV Setup..."));
     QAction* checkForUpdates =

@@ -3,6 +3,7 @@
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
 #include "platform/qt/QtGlue.h"
+#include "ui/FontChooser.h"
 #include "ui/MainFrame.h"
 
 int main(int argc, char** argv) {
@@ -11,6 +12,7 @@ int main(int argc, char** argv) {
     QApplication::setApplicationDisplayName(QStringLiteral("Orvex"));
     QApplication::setDesktopFileName(QStringLiteral("orvex"));
     InstallQtPlatformGlue();
+    InstallFontChooser();
 
     COrvexApp app;
     app.SetFrameFactory([](COrvexDoc& document) { return std::make_unique<CMainFrame>(document); });

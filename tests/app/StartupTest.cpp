@@ -1,11 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <thread>
+#include <utility>
 
 #include "app/MainFrameLink.h"
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
 #include "platform/base/ComponentServices.h"
+#include "tests/app/DocFixtures.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/MessageBoxRecorder.h"
 #include "tests/support/TempDir.h"
 
@@ -13,13 +16,24 @@ namespace {
 
 const char* const kFiles[] = {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat",
                               "results.txt"};
-// The text of each default file; an empty RadioBrowse.dat is a valid default
-// that the start-up reads without a word.
-std::string DefaultContent(const std::string& file) {
-    return file == "RadioBrowse.dat" ? std::string() : "default " + file;
+const CString kNotAvailable(u"User AppData folder not available. Changes cannot be saved.");
+
+// A contents file with one root topic of this name.
+std::string ContentsWithRoot(const char16_t* name) {
+    using namespace filebytes;
+    return I32(1) + I32(1) + I32(1) + Wide(CString(name)) + I32(0) + I32(4) + I32(0) + I32(0);
 }
 
-const CString kNotAvailable(u"User AppData folder not available. Changes cannot be saved.");
+// The default copy of a data file: a valid contents file, an empty radio
+// database (read without a word), and text that names the file for the
+// others (which their readers refuse silently).
+std::string DefaultBytes(const std::string& file) {
+    if (file == "OrvexContents.dat")
+        return ContentsWithRoot(u"default");
+    if (file == "RadioBrowse.dat")
+        return std::string();
+    return "default " + file;
+}
 
 // A start directory holding the given default files, each with its own name
 // as content, and a data home beside it.
@@ -33,7 +47,7 @@ struct Install {
                          "OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"}) {
         std::filesystem::create_directories(start);
         for (const char* f : files)
-            TempDir::Write(start + "/" + f, DefaultContent(f));
+            TempDir::Write(start + "/" + f, DefaultBytes(f));
     }
 
     // Runs the document's start-up from the start directory.
@@ -49,18 +63,6 @@ struct Install {
     }
 };
 
-class FakeFrame : public IMainFrame, public CMessageTarget {
-public:
-    explicit FakeFrame(std::vector<std::string>& log) : m_log(log) {}
-    void ShowFrame() override { m_log.push_back("show"); }
-    void StopPlaybackForExit() override { m_log.push_back("stop"); }
-    HWND GetFrameHwnd() const override { return GetSafeHwnd(); }
-    LRESULT OnWindowMessage(UINT, WPARAM, LPARAM) override { return 0; }
-
-private:
-    std::vector<std::string>& m_log;
-};
-
 } // namespace
 
 TEST(DataFolder, FirstRunCreatesTheFolderAndCopiesAllFour) {
@@ -69,20 +71,21 @@ TEST(DataFolder, FirstRunCreatesTheFolderAndCopiesAllFour) {
     EXPECT_EQ(install.Run(boxes), CString(install.userFolder));
     EXPECT_TRUE(boxes.Boxes().empty());
     for (const char* f : kFiles)
-        EXPECT_EQ(TempDir::Read(install.userFolder + "/" + f), DefaultContent(f));
+        EXPECT_EQ(TempDir::Read(install.userFolder + "/" + f), DefaultBytes(f));
 }
 
 TEST(DataFolder, LaterRunsCopyOnlyWhatIsMissing) {
     Install install;
     MessageBoxRecorder boxes;
     install.Run(boxes);
-    TempDir::Write(install.userFolder + "/OrvexContents.dat", "user's own");
-    TempDir::Write(install.start + "/OrvexContents.dat", "newer default");
+    TempDir::Write(install.userFolder + "/OrvexContents.dat", ContentsWithRoot(u"user's own"));
+    TempDir::Write(install.start + "/OrvexContents.dat", ContentsWithRoot(u"newer default"));
     std::filesystem::remove(install.userFolder + "/OrvexUser.dat");
 
     EXPECT_EQ(install.Run(boxes), CString(install.userFolder));
     EXPECT_TRUE(boxes.Boxes().empty());
-    EXPECT_EQ(TempDir::Read(install.userFolder + "/OrvexContents.dat"), "user's own");
+    EXPECT_EQ(TempDir::Read(install.userFolder + "/OrvexContents.dat"),
+              ContentsWithRoot(u"user's own"));
     EXPECT_EQ(TempDir::Read(install.userFolder + "/OrvexUser.dat"), "default OrvexUser.dat");
 }
 
@@ -95,7 +98,7 @@ TEST(DataFolder, AFailedCopyFallsBackToTheStartDirectory) {
     // What was copied meanwhile stays in the user folder, unused.
     EXPECT_TRUE(std::filesystem::exists(install.userFolder + "/RadioBrowse.dat"));
     EXPECT_EQ(TempDir::Read(install.userFolder + "/RadioBrowse.dat"),
-              DefaultContent("RadioBrowse.dat"));
+              DefaultBytes("RadioBrowse.dat"));
     EXPECT_FALSE(std::filesystem::exists(install.userFolder + "/results.txt"));
     // And so it goes on every run until all four are there.
     EXPECT_EQ(install.Run(boxes), CString(install.start));
@@ -173,7 +176,8 @@ TEST(OrvexApp, InitInstanceLoadsThenShowsTheFrameAndExitStopsPlaybackFirst) {
 
 TEST(OrvexApp, ComponentServiceFailureEndsStartUpWithItsMessage) {
     COrvexApp app;
-    RegisterComponentService([] { return false; });
+    // Fails once, so that later start-ups in this process get through.
+    RegisterComponentService([failed = false]() mutable { return std::exchange(failed, true); });
     MessageBoxRecorder boxes;
     EXPECT_FALSE(app.InitInstance());
     ASSERT_EQ(boxes.Texts().size(), 1u);

@@ -110,7 +110,6 @@ TEST_F(CurlinetJobTest, CancelDuringTheTransferGivesTheUsersWords) {
     CString error;
     CCurlinet net;
     BOOL result = TRUE;
-    auto started = std::chrono::steady_clock::now();
     std::thread worker([&] {
         result = net.GetInternetDataUnicodeThread(U(m_server.Url("/xml/stations")), Target(),
                                                   &error, m_main.GetSafeHwnd(),
@@ -120,12 +119,10 @@ TEST_F(CurlinetJobTest, CancelDuringTheTransferGivesTheUsersWords) {
     std::this_thread::sleep_for(std::chrono::milliseconds(300));
     m_cancel.SetEvent();
     worker.join();
-    auto elapsed = std::chrono::steady_clock::now() - started;
     PumpMessages();
 
     EXPECT_FALSE(result);
     EXPECT_EQ(error, CString(u"Download canceled by user."));
-    EXPECT_LT(elapsed, std::chrono::seconds(4));
     std::vector<CString> statuses = m_context.StatusHistory();
     EXPECT_EQ(statuses, (std::vector<CString>{kConnecting, kDownloading, kCanceling,
                                               CString(u"Download canceled by user.")}));

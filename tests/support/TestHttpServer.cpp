@@ -217,8 +217,12 @@ TestHttpServer::~TestHttpServer() {
 }
 
 void TestHttpServer::Stop() {
-    if (m_stopping.exchange(true))
-        return;
+    {
+        std::lock_guard<std::mutex> lock(m_lock);
+        if (m_stopping.exchange(true))
+            return;
+        m_stopRequested.notify_all();
+    }
     char wake = 1;
     [[maybe_unused]] ssize_t n = write(m_wakeFds[1], &wake, 1);
     if (m_acceptThread.joinable())
@@ -411,8 +415,11 @@ bool TestHttpServer::SendResponse(Connection& connection, const TestHttpRequest&
             piece = std::min(piece, response.cutAfter - sent);
         if (piece == 0)
             return false; // the cut: the connection closes with the body unfinished
-        if (!firstChunk && response.chunkDelayMs > 0)
-            std::this_thread::sleep_for(std::chrono::milliseconds(response.chunkDelayMs));
+        if (!firstChunk && response.chunkDelayMs > 0) {
+            std::unique_lock<std::mutex> lock(m_lock);
+            m_stopRequested.wait_for(lock, std::chrono::milliseconds(response.chunkDelayMs),
+                                     [this] { return m_stopping.load(); });
+        }
         firstChunk = false;
         if (m_stopping || !connection.Write(body.data() + offset, piece))
             return false;

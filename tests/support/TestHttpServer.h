@@ -125,6 +125,7 @@ private:
 
     mutable std::mutex m_lock;
     mutable std::condition_variable m_requestArrived;
+    std::condition_variable m_stopRequested;
     std::map<std::string, TestHttpHandler> m_routes;
     std::vector<TestHttpRequest> m_requests;
     std::vector<std::thread> m_workers;

@@ -8,7 +8,9 @@
 
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
+#include "platform/base/FontDialog.h"
 #include "platform/qt/QtGlue.h"
+#include "tests/support/TempDir.h"
 #include "ui/AboutDlg.h"
 #include "ui/Commands.h"
 #include "ui/MainFrame.h"
@@ -108,4 +110,31 @@ TEST(QtGlue, FontsMapBothWays) {
     EXPECT_EQ(back.lfWeight, FW_BOLD);
     EXPECT_EQ(GetFaceName(back), CString(u"DejaVu Sans"));
     EXPECT_EQ(FromQString(ToQString(CString(u"Ж𝄞x"))), CString(u"Ж𝄞x"));
+}
+
+TEST(MainFrame, SaveContentsAndFontCommandsReachTheDocument) {
+    App();
+    TempDir dir;
+    COrvexDoc doc;
+    doc.m_dataFolder = dir.Str();
+    doc.m_bContentsChanged = TRUE;
+    CMainFrame frame(doc);
+    QAction* save = frame.CommandAction(ID_SAVE_CONTENTS);
+    ASSERT_TRUE(save->isEnabled());
+    save->trigger();
+    EXPECT_FALSE(doc.m_bContentsChanged);
+    EXPECT_EQ(TempDir::Read(dir / "OrvexContents.dat"), std::string("\x01\0\0\0\0\0\0\0", 8));
+    EXPECT_EQ(TempDir::Read(dir / "OrvexUser.dat").size(), 212u);
+
+    FontDialogHook previous = SetFontDialogHook([](LOGFONTW& font, DWORD) {
+        SetFaceName(font, CString(u"Picked"));
+        return TRUE;
+    });
+    ASSERT_TRUE(frame.CommandAction(ID_FONT_RIGHT)->isEnabled());
+    frame.CommandAction(ID_FONT_RIGHT)->trigger();
+    EXPECT_EQ(GetFaceName(doc.m_rightFont), CString(u"Picked"));
+    frame.CommandAction(ID_FONT_LEFT)->trigger();
+    EXPECT_EQ(GetFaceName(doc.m_leftFont), CString(u"Picked"));
+    EXPECT_TRUE(doc.m_bContentsChanged);
+    SetFontDialogHook(previous);
 }

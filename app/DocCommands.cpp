@@ -1,0 +1,77 @@
+// The document's own menu commands and the exit prompt. Files are written
+// only here (and by export); loading never marks the contents as changed.
+#include "app/MainFrameLink.h"
+#include "app/OrvexApp.h"
+#include "app/OrvexDoc.h"
+#include "platform/base/FontDialog.h"
+#include "platform/base/MessageBox.h"
+
+CString COrvexDoc::ContentsFilePath() const {
+    return m_dataFolder + u"/OrvexContents.dat";
+}
+
+CString COrvexDoc::UserDataFilePath() const {
+    return m_dataFolder + u"/OrvexUser.dat";
+}
+
+BOOL COrvexDoc::SaveModified() {
+    // Playback ends before any question, so nothing plays behind the prompt.
+    if (IMainFrame* frame = GetMainFrame())
+        frame->StopPlaybackForExit();
+    if (m_bContentsChanged && AfxMessageBox(CString(u"Save Changes to Contents?"),
+                                            MB_YESNO | MB_ICONINFORMATION) == IDYES) {
+        SaveContents(ContentsFilePath());
+        SaveUserData(UserDataFilePath());
+    }
+    // There is no Cancel: the exit always goes on.
+    return TRUE;
+}
+
+void COrvexDoc::OnSaveContents() {
+    SaveContents(ContentsFilePath());
+    SaveUserData(UserDataFilePath());
+    // A failure has been shown; asking again at exit would not help.
+    m_bContentsChanged = FALSE;
+}
+
+namespace {
+
+BOOL ChoosePaneFont(LOGFONTW& font) {
+    return RunFontDialog(font, CF_EFFECTS | CF_SCREENFONTS);
+}
+
+} // namespace
+
+void COrvexDoc::OnFontLeft() {
+    if (!ChoosePaneFont(m_leftFont))
+        return;
+    UpdateAllViews(nullptr, HINT_LEFT_FONT);
+    m_bContentsChanged = TRUE;
+}
+
+void COrvexDoc::OnFontRight() {
+    if (!ChoosePaneFont(m_rightFont))
+        return;
+    UpdateAllViews(nullptr, HINT_RIGHT_FONT);
+    m_bContentsChanged = TRUE;
+}
+
+void COrvexDoc::SetFolderLocations(const CString& contentsFolder, const CString& videoFolder) {
+    m_contentsFolder = contentsFolder;
+    m_videoFolder = videoFolder;
+    m_bContentsChanged = TRUE;
+}
+
+void COrvexDoc::OnDiscChange(const CString& drive, BOOL arrived) {
+    if (arrived) {
+        UpdateAllViews(nullptr, HINT_DISC_ARRIVED, &drive);
+        return;
+    }
+    IMainFrame* frame = GetMainFrame();
+    if (!frame)
+        return;
+    // Any eject ends disc playback, even from another drive, before the tree
+    // drops the disc's rows.
+    frame->StopDiscPlayback();
+    UpdateAllViews(nullptr, HINT_DISC_REMOVED, &drive);
+}

@@ -1,0 +1,7 @@
+// What the document's file operations share.
+#pragma once
+#include "platform/base/File.h"
+
+// Opens `path`; when that fails, shows the report of the file exception and
+// gives 0.
+BOOL OpenFileOrReport(CFile& file, const CString& path, UINT openFlags);

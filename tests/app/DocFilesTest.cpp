@@ -1,0 +1,288 @@
+#include <gtest/gtest.h>
+
+#include "tests/app/DocFixtures.h"
+#include "tests/contents/TreeBuilder.h"
+#include "tests/support/FileBytes.h"
+#include "tests/support/MessageBoxRecorder.h"
+#include "tests/support/TempDir.h"
+
+using namespace filebytes;
+
+namespace {
+
+const CString kSchemaRefused(u"User data file could not be read.");
+
+// A document with a tree of two roots and three items, one a favourite.
+void FillLibrary(COrvexDoc& doc) {
+    const CNodeArray jazz = Ensure(doc.m_contents, {u"Music", u"Jazz"});
+    doc.m_contents.AddItem(jazz, MakeItem(u"Blue", MEDIA_AUDIO_FILE, {u"Music", u"Jazz"}, TRUE),
+                           FALSE);
+    doc.m_contents.AddItem(jazz, MakeItem(u"Alpha", MEDIA_AUDIO_FILE, {u"Music", u"Jazz"}), FALSE);
+    const CNodeArray news = Ensure(doc.m_contents, {u"News"}, MEDIA_AUDIO_URL);
+    doc.m_contents.AddItem(news, MakeItem(u"World", MEDIA_AUDIO_URL, {u"News"}), FALSE);
+}
+
+} // namespace
+
+TEST(SaveContents, WritesTheSmallExampleAndAnEmptyTreeAsEightBytes) {
+    TempDir dir;
+    COrvexDoc doc;
+    MessageBoxRecorder boxes;
+    ASSERT_TRUE(doc.SaveContents(dir.File("empty.dat")));
+    EXPECT_EQ(TempDir::Read(dir / "empty.dat"), std::string("\x01\0\0\0\0\0\0\0", 8));
+
+    Ensure(doc.m_contents, {u"A"}, MEDIA_AUDIO_FILE);
+    ASSERT_TRUE(doc.SaveContents(dir.File("small.dat")));
+    EXPECT_EQ(TempDir::Read(dir / "small.dat"), SmallContentsFile());
+    EXPECT_TRUE(boxes.Boxes().empty());
+    EXPECT_FALSE(doc.m_bContentsChanged);
+}
+
+TEST(SaveContents, FailuresAreReportedAndGiveZero) {
+    TempDir dir;
+    COrvexDoc doc;
+    FillLibrary(doc);
+    MessageBoxRecorder boxes;
+    // Can't open: the report names the file.
+    EXPECT_FALSE(doc.SaveContents(dir.File("no/such/folder/c.dat")));
+    ASSERT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_NE(boxes.Texts()[0].Find(dir.File("no/such/folder/c.dat")), -1);
+    // A write error on the way (a full disk) is reported too.
+    boxes.Clear();
+    EXPECT_FALSE(doc.SaveContents(CString(u"/dev/full")));
+    EXPECT_EQ(boxes.Boxes().size(), 1u);
+}
+
+TEST(LoadContents, LoadsShowsTheFavouritesAndTellsTreeThenList) {
+    TempDir dir;
+    COrvexDoc saved;
+    FillLibrary(saved);
+    ASSERT_TRUE(saved.SaveContents(dir.File("c.dat")));
+
+    COrvexDoc doc;
+    RecordingView view;
+    doc.AddView(&view);
+    MessageBoxRecorder boxes;
+    ASSERT_TRUE(doc.LoadContents(dir.File("c.dat")));
+    EXPECT_TRUE(boxes.Boxes().empty());
+    EXPECT_EQ(view.Numbers(), (std::vector<int>{HINT_TREE, HINT_LIST}));
+    EXPECT_TRUE(doc.m_bFavoritesView);
+    EXPECT_EQ(doc.m_displayTopic.GetName(), CString(kFavoritesName));
+    ASSERT_EQ(doc.m_favorites.GetSize(), 1);
+    EXPECT_EQ(doc.m_favorites[0].m_name, CString(u"Blue"));
+    EXPECT_TRUE(doc.m_favorites[0].m_favorite);
+    EXPECT_EQ(doc.m_displayTopic.m_media.GetSize(), 1);
+    EXPECT_EQ(doc.m_favoritePaths[0], MakePath({{u"Music", 0}, {u"Jazz", 0}}));
+    EXPECT_FALSE(doc.m_bContentsChanged); // loading is no change
+    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music,News"));
+
+    // Loading again replaces the tree; nothing merges.
+    ASSERT_TRUE(doc.LoadContents(dir.File("c.dat")));
+    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music,News"));
+}
+
+TEST(LoadContents, RoundTripKeepsEveryOrderAndIndex) {
+    TempDir dir;
+    COrvexDoc doc;
+    FillLibrary(doc);
+    doc.m_contents.SortTopic(MakePath({{u"Music", 0}, {u"Jazz", 0}}), TRUE, FALSE);
+    // An index that is not the position survives as stored.
+    doc.m_contents.m_topics[1][0].m_index = 42;
+    ASSERT_TRUE(doc.SaveContents(dir.File("a.dat")));
+    COrvexDoc back;
+    back.LoadContents(dir.File("a.dat"));
+    ASSERT_TRUE(back.SaveContents(dir.File("b.dat")));
+    EXPECT_EQ(TempDir::Read(dir / "a.dat"), TempDir::Read(dir / "b.dat"));
+    const CTopic& jazz = back.m_contents.m_topics[0].m_children[0];
+    ASSERT_EQ(jazz.m_media.GetSize(), 2);
+    EXPECT_EQ(jazz.m_media[0].m_name, CString(u"Alpha"));
+    EXPECT_EQ(jazz.m_media[1].m_name, CString(u"Blue"));
+    EXPECT_EQ(back.m_contents.m_topics[1][0].m_index, 42);
+}
+
+TEST(LoadContents, EmptyTreeAndEmptyFileGiveZeroWithoutTellingThePanes) {
+    TempDir dir;
+    TempDir::Write(dir / "tree.dat", std::string("\x01\0\0\0\0\0\0\0", 8));
+    TempDir::Write(dir / "zero.dat", "");
+    COrvexDoc doc;
+    FillLibrary(doc);
+    RecordingView view;
+    doc.AddView(&view);
+    MessageBoxRecorder boxes;
+    // A file of length 0: the tree stays as it was.
+    EXPECT_FALSE(doc.LoadContents(dir.File("zero.dat")));
+    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music,News"));
+    // A valid empty tree replaces it, but nobody is told.
+    EXPECT_FALSE(doc.LoadContents(dir.File("tree.dat")));
+    EXPECT_TRUE(doc.m_contents.m_topics.IsEmpty());
+    EXPECT_TRUE(view.m_hints.empty());
+    EXPECT_TRUE(boxes.Boxes().empty());
+}
+
+TEST(LoadContents, OtherSchemasAndMissingFilesAreRefusedAndTheTreeStays) {
+    TempDir dir;
+    std::string schema2 = SmallContentsFile();
+    schema2[0] = 2;
+    TempDir::Write(dir / "schema2.dat", schema2);
+    COrvexDoc doc;
+    FillLibrary(doc);
+    RecordingView view;
+    doc.AddView(&view);
+    MessageBoxRecorder boxes;
+    EXPECT_FALSE(doc.LoadContents(dir.File("schema2.dat")));
+    ASSERT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_EQ(boxes.Boxes()[0].text, kSchemaRefused);
+    EXPECT_EQ(boxes.Boxes()[0].caption, CString(u"Orvex Application"));
+    EXPECT_EQ(boxes.Boxes()[0].type, MB_OK | MB_ICONINFORMATION);
+    EXPECT_EQ(boxes.Boxes()[0].owner, nullptr);
+    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music,News"));
+
+    boxes.Clear();
+    EXPECT_FALSE(doc.LoadContents(dir.File("missing.dat")));
+    ASSERT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_NE(boxes.Texts()[0].Find(CString(u"missing.dat")), -1);
+    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music,News"));
+    EXPECT_TRUE(view.m_hints.empty());
+}
+
+TEST(LoadContents, ACutOffFileKeepsWhatWasReadAndStillShowsIt) {
+    TempDir dir;
+    COrvexDoc saved;
+    FillLibrary(saved);
+    ASSERT_TRUE(saved.SaveContents(dir.File("full.dat")));
+    const std::string full = TempDir::Read(dir / "full.dat");
+    TempDir::Write(dir / "cut.dat", full.substr(0, full.size() - 2));
+
+    COrvexDoc doc;
+    RecordingView view;
+    doc.AddView(&view);
+    MessageBoxRecorder boxes;
+    EXPECT_FALSE(doc.LoadContents(dir.File("cut.dat")));
+    ASSERT_EQ(boxes.Boxes().size(), 1u); // the archive's report
+    EXPECT_NE(boxes.Texts()[0].Find(CString(u"cut.dat")), -1);
+    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music"));
+    EXPECT_EQ(view.Numbers(), (std::vector<int>{HINT_TREE, HINT_LIST}));
+    EXPECT_EQ(doc.m_favorites.GetSize(), 1);
+
+    // A file too short for its schema word changes nothing.
+    TempDir::Write(dir / "short.dat", std::string("\x01\0", 2));
+    boxes.Clear();
+    EXPECT_FALSE(doc.LoadContents(dir.File("short.dat")));
+    EXPECT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music"));
+}
+
+TEST(LoadContents, NarrowNamesLoadAndSaveBackWide) {
+    TempDir dir;
+    TempDir::Write(dir / "narrow.dat",
+                   I32(1) + I32(1) + I32(1) + Narrow("A") + I32(0) + I32(4) + I32(0) + I32(0));
+    COrvexDoc doc;
+    ASSERT_TRUE(doc.LoadContents(dir.File("narrow.dat")));
+    ASSERT_TRUE(doc.SaveContents(dir.File("wide.dat")));
+    EXPECT_EQ(TempDir::Read(dir / "wide.dat"), SmallContentsFile());
+}
+
+TEST(LoadContents, AliasesMapNamesBothWays) {
+    TempDir dir;
+    COrvexDoc doc;
+    doc.m_aliases.AddAlias(CString(u"X"), CString(u"Long Name"));
+    const CNodeArray path = Ensure(doc.m_contents, {u"Long Name"});
+    doc.m_contents.AddItem(path, MakeItem(u"Long Name", MEDIA_AUDIO_FILE, {u"Long Name"}), FALSE);
+    ASSERT_TRUE(doc.SaveContents(dir.File("a.dat")));
+    const std::string bytes = TempDir::Read(dir / "a.dat");
+    EXPECT_EQ(bytes.substr(0, 4 + 4 + 4 + 6), I32(1) + I32(1) + I32(1) + Wide(CString(u"X")));
+    EXPECT_NE(bytes.find(Wide(CString(u"Long Name"))), std::string::npos); // the item's name
+
+    COrvexDoc back;
+    back.m_aliases.AddAlias(CString(u"X"), CString(u"Long Name"));
+    ASSERT_TRUE(back.LoadContents(dir.File("a.dat")));
+    EXPECT_EQ(back.m_contents.m_topics[0].GetName(), CString(u"Long Name"));
+    EXPECT_EQ(back.m_contents.m_topics[0].m_media[0].m_topics[0], CString(u"Long Name"));
+}
+
+TEST(UserData, SavesTheFieldsAtTheirOffsets) {
+    TempDir dir;
+    COrvexDoc doc;
+    memset(&doc.m_rightFont, 0x11, sizeof doc.m_rightFont);
+    memset(&doc.m_leftFont, 0x22, sizeof doc.m_leftFont);
+    doc.m_rightFont.lfHeight = -15;
+    SetFaceName(doc.m_leftFont, CString(u"DejaVu Sans"));
+    doc.m_lavSetup.m_bWmaPro = FALSE;
+    doc.m_videoFolder = u"/home/v";
+    doc.m_contentsFolder = u"/home/c";
+    ASSERT_TRUE(doc.SaveUserData(dir.File("u.dat")));
+    const std::string bytes = TempDir::Read(dir / "u.dat");
+    const std::string right(reinterpret_cast<const char*>(&doc.m_rightFont), 92);
+    const std::string left(reinterpret_cast<const char*>(&doc.m_leftFont), 92);
+    EXPECT_EQ(bytes.substr(4, 4), I32(-15)); // lfHeight of the right font leads
+    EXPECT_EQ(bytes.substr(96 + 28, 4), std::string("D\0e\0", 4)); // lfFaceName at 28
+    EXPECT_EQ(bytes, I32(2) + right + left + I32(1) + I32(0) + I32(1) + I32(1) +
+                         Wide(CString(u"/home/v")) + Wide(CString(u"/home/c")));
+
+    COrvexDoc back;
+    ASSERT_TRUE(back.LoadUserData(dir.File("u.dat")));
+    EXPECT_EQ(memcmp(&back.m_rightFont, &doc.m_rightFont, 92), 0);
+    EXPECT_EQ(memcmp(&back.m_leftFont, &doc.m_leftFont, 92), 0);
+    EXPECT_FALSE(back.m_lavSetup.m_bWmaPro);
+    EXPECT_TRUE(back.m_lavSetup.m_bStereoSpeakers);
+    EXPECT_EQ(back.m_videoFolder, CString(u"/home/v"));
+    EXPECT_EQ(back.m_contentsFolder, CString(u"/home/c"));
+    EXPECT_FALSE(back.m_bContentsChanged);
+}
+
+TEST(UserData, OlderSchemasEndBehindTheLavChoices) {
+    TempDir dir;
+    const std::string right(92, '\x33');
+    const std::string left(92, '\x44');
+    const std::string body = right + left + I32(0) + I32(1) + I32(0) + I32(1);
+    for (int32_t schema : {1, 0, -7}) {
+        TempDir::Write(dir / "u1.dat", I32(schema) + body);
+        ASSERT_EQ(TempDir::Read(dir / "u1.dat").size(), 204u);
+        COrvexDoc doc;
+        doc.m_videoFolder = u"kept";
+        ASSERT_TRUE(doc.LoadUserData(dir.File("u1.dat"))) << schema;
+        EXPECT_EQ(std::string(reinterpret_cast<const char*>(&doc.m_rightFont), 92), right);
+        EXPECT_EQ(std::string(reinterpret_cast<const char*>(&doc.m_leftFont), 92), left);
+        EXPECT_FALSE(doc.m_lavSetup.m_bWma2);
+        EXPECT_EQ(doc.m_videoFolder, CString(u"kept"));
+        // Saving writes schema 2 with two folder strings, empty ones as FF FE FF 00.
+        doc.m_videoFolder.Empty();
+        ASSERT_TRUE(doc.SaveUserData(dir.File("u2.dat")));
+        EXPECT_EQ(TempDir::Read(dir / "u2.dat"),
+                  I32(2) + body + std::string("\xFF\xFE\xFF\x00\xFF\xFE\xFF\x00", 8));
+    }
+}
+
+TEST(UserData, NewerEmptyMissingOrCutFilesNeverSpeak) {
+    TempDir dir;
+    MessageBoxRecorder boxes;
+    COrvexDoc doc;
+    const LOGFONTW menuFont = doc.m_rightFont;
+
+    TempDir::Write(dir / "u3.dat", I32(3) + std::string(200, '\x55'));
+    EXPECT_FALSE(doc.LoadUserData(dir.File("u3.dat")));
+    EXPECT_EQ(memcmp(&doc.m_rightFont, &menuFont, 92), 0);
+    EXPECT_TRUE(doc.m_lavSetup.m_bWma2);
+
+    TempDir::Write(dir / "empty.dat", "");
+    EXPECT_FALSE(doc.LoadUserData(dir.File("empty.dat")));
+    EXPECT_FALSE(doc.LoadUserData(dir.File("missing.dat")));
+
+    // Cut inside the second font: the first is read, the second partly.
+    TempDir::Write(dir / "cut.dat", I32(2) + std::string(92, '\x66') + std::string(10, '\x77'));
+    EXPECT_FALSE(doc.LoadUserData(dir.File("cut.dat")));
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(&doc.m_rightFont), 92),
+              std::string(92, '\x66'));
+    const std::string leftNow(reinterpret_cast<const char*>(&doc.m_leftFont), 92);
+    EXPECT_EQ(leftNow.substr(0, 10), std::string(10, '\x77'));
+    EXPECT_EQ(leftNow.substr(10),
+              std::string(reinterpret_cast<const char*>(&menuFont), 92).substr(10));
+    EXPECT_TRUE(boxes.Boxes().empty());
+
+    // Only a file that can't be opened for writing is reported.
+    EXPECT_FALSE(doc.SaveUserData(dir.File("no/folder/u.dat")));
+    EXPECT_EQ(boxes.Boxes().size(), 1u);
+    boxes.Clear();
+    EXPECT_FALSE(doc.SaveUserData(CString(u"/dev/full")));
+    EXPECT_TRUE(boxes.Boxes().empty());
+}

@@ -1,0 +1,15 @@
+// Every test program runs headless and knows the staged start directory and
+// the source tree, also when it is started by hand rather than by ctest.
+// Values already in the environment win.
+#include <cstdlib>
+
+namespace {
+
+const bool kEnvironmentSet = [] {
+    setenv("QT_QPA_PLATFORM", "offscreen", 0);
+    setenv("ORVEX_STAGE_DIR", ORVEX_TEST_STAGE_DIR, 0);
+    setenv("ORVEX_SOURCE_DIR", ORVEX_TEST_SOURCE_DIR, 0);
+    return true;
+}();
+
+} // namespace
