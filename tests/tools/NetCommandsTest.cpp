@@ -1,40 +1,12 @@
 // orvexctl fetch and check-update, run as programs against a local server.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 
+#include "tests/support/OrvexctlRun.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/TestHttpServer.h"
-
-namespace {
-
-struct CtlRun {
-    int exitCode = -1;
-    std::string out;
-    std::string err;
-};
-
-// Runs orvexctl in dir (its start directory) with the arguments,
-// which the tests keep free of shell characters.
-CtlRun Orvexctl(const TempDir& dir, const std::string& arguments, const std::string& env = "") {
-    std::string command = "cd '" + dir.Path().string() + "' && " + env + " '" + ORVEXCTL_PATH +
-                          "' " + arguments + " 2>'" + (dir / "stderr.txt") + "'";
-    CtlRun run;
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return run;
-    char buffer[4096];
-    size_t n;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0)
-        run.out.append(buffer, n);
-    int status = pclose(pipe);
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    run.err = TempDir::Read(dir / "stderr.txt");
-    return run;
-}
 
 TEST(OrvexctlFetch, WritesTheBodyIntoTheFile) {
     TempDir dir;
@@ -100,5 +72,3 @@ TEST(OrvexctlCheckUpdate, PrintsTheOutcome) {
     EXPECT_EQ(failed.out, "Check for updates failed\n");
     EXPECT_EQ(Orvexctl(dir, "check-update --bogus", env).exitCode, 2);
 }
-
-} // namespace
