@@ -68,10 +68,13 @@ public:
     CString m_serverListUrl; // the deployment's list of servers; tools may point elsewhere
     RadioJobParams m_jobParams;
     CEvent m_cancelEvent;
-    CJobThread m_hJobThread; // running while a job runs
     CString m_jobFile;
     CString m_jobUrl;
     HWND m_hwndUpdateDlg = nullptr;
+    // Running while a job runs. Declared after everything the worker reads,
+    // so that a job still running when the document goes is stopped and
+    // waited for before any of it is destroyed.
+    CJobThread m_hJobThread;
 
     BOOL SaveRadioDb();
     BOOL LoadRadioDb(const CString& path);

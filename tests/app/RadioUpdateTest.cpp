@@ -368,3 +368,17 @@ TEST_F(RadioUpdateTest, StartUpLoadsTheRadioDatabaseOfTheDataFolder) {
     ASSERT_EQ(m_app->GetDocument()->m_radioDb.m_stations.GetSize(), 1);
     EXPECT_EQ(m_app->GetDocument()->m_radioDb.m_stations[0].m_name, CString(u"Old Station"));
 }
+
+TEST_F(RadioUpdateTest, ADocumentThatGoesStopsItsJobFirst) {
+    m_server.Trickle("/xml/stations?limit=1000000", Directory(), 16 * 1024, 20);
+    InstallOldDatabase();
+    UpdateDialog dialog;
+    m_doc->StartRadioUpdate(dialog.GetSafeHwnd());
+    ASSERT_TRUE(m_doc->m_hJobThread.IsRunning());
+    ASSERT_TRUE(m_server.WaitForRequest("/xml/stations", 10000));
+    // The job is asked to stop and waited for; nothing it had is installed.
+    const auto start = std::chrono::steady_clock::now();
+    m_app.reset();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    EXPECT_EQ(TempDir::Read(m_datFile), m_oldBytes);
+}
