@@ -70,7 +70,7 @@ public:
     int ParseStationFile(const CString& fileName, CString* error);
     // Keys are compared with case; unknown keys are ignored.
     void SetStationField(const CString& key, const CString& value);
-    void SetStationField(StationField field, const CString& value);
+    void SetStationField(StationField field, CString value);
 
     // The lookup lists.
     int BuildCountryCodesArray();

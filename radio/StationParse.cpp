@@ -44,34 +44,34 @@ void CRadioBrowseDb::SetStationField(const CString& key, const CString& value) {
     SetStationField(StationFieldFromKey(key.view()), value);
 }
 
-void CRadioBrowseDb::SetStationField(StationField field, const CString& value) {
+void CRadioBrowseDb::SetStationField(StationField field, CString value) {
     switch (field) {
     case StationField::name:
-        m_work.m_name = value;
+        m_work.m_name = std::move(value);
         break;
     case StationField::url:
     case StationField::urlResolved:
-        m_work.m_url = value;
+        m_work.m_url = std::move(value);
         break;
     case StationField::tags:
-        m_work.m_tags = value;
+        m_work.m_tags = std::move(value);
         break;
     case StationField::country:
         if (m_work.m_country.IsEmpty())
-            m_work.m_country = value;
+            m_work.m_country = std::move(value);
         break;
     case StationField::countryCode:
-        m_work.m_country = value;
+        m_work.m_country = std::move(value);
         break;
     case StationField::state:
-        m_work.m_state = value;
+        m_work.m_state = std::move(value);
         break;
     case StationField::language:
         if (m_work.m_language.IsEmpty())
-            m_work.m_language = value;
+            m_work.m_language = std::move(value);
         break;
     case StationField::languageCodes:
-        m_work.m_language = value;
+        m_work.m_language = std::move(value);
         break;
     case StationField::votes:
         m_work.m_votes = ReadDecimal(value);

@@ -72,7 +72,8 @@ TEST(OrvexctlRadio, BuildsSearchesAndRefusesTooLittle) {
 TEST(OrvexctlRadio, UpdatesTheDataFolderFromAServer) {
     TempDir dir;
     StageNameFiles(dir);
-    for (const char* file : {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
+    for (const char* file :
+         {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
         TempDir::Write(dir / file, "");
     TestHttpServer server;
     server.Route("/xml/stations?limit=1000000", Directory());
