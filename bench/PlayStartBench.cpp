@@ -1,0 +1,160 @@
+// Time from PlayFileLav to a running graph, beside the pipeline library's
+// own playbin on the same file with the same sinks. Goal: within 1.2x.
+// Run from the staged start directory (it loads LAV/ from there):
+//   cd build/stage && ../bench/bench_play_start [rounds]
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "platform/media/GraphSettings.h"
+#include "platform/media/GstFilter.h"
+#include "player/LavSetup.h"
+#include "player/MediaPlayer.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+const char* kSink = "fakesink sync=true";
+
+class CBenchFrame : public CMessageTarget, public IPlayerFrame {
+public:
+    CLavSetup m_setup;
+    LRESULT OnWindowMessage(UINT, WPARAM, LPARAM) override { return 0; }
+    BOOL SetVideoWindow(BOOL, BOOL, HWND* owner, HWND* notify, RECT* rect) override {
+        *owner = GetSafeHwnd();
+        *notify = GetSafeHwnd();
+        *rect = RECT{0, 0, 640, 360};
+        return TRUE;
+    }
+    void StopPlayback(BOOL) override {}
+    void BeginWaitCursor() override {}
+    void EndWaitCursor() override {}
+    const CLavSetup& GetLavSetup() const override { return m_setup; }
+};
+
+bool Encode(const std::string& description) {
+    GstElement* p = gst_parse_launch(description.c_str(), nullptr);
+    if (!p)
+        return false;
+    gst_element_set_state(p, GST_STATE_PLAYING);
+    GstBus* bus = gst_element_get_bus(p);
+    GstMessage* m = gst_bus_timed_pop_filtered(
+        bus, 120 * GST_SECOND, static_cast<GstMessageType>(GST_MESSAGE_EOS | GST_MESSAGE_ERROR));
+    bool ok = m && GST_MESSAGE_TYPE(m) == GST_MESSAGE_EOS;
+    if (m)
+        gst_message_unref(m);
+    gst_object_unref(bus);
+    gst_element_set_state(p, GST_STATE_NULL);
+    gst_object_unref(p);
+    return ok;
+}
+
+double EngineStart(CMediaPlayer& player, CBenchFrame& frame, const std::string& path) {
+    auto t0 = Clock::now();
+    BOOL ok = player.PlayFileLav(CString(path), &frame);
+    double ms = std::chrono::duration<double, std::milli>(Clock::now() - t0).count();
+    player.CleanPlayback();
+    PumpMessages();
+    return ok ? ms : -1;
+}
+
+double PlaybinStart(const std::string& path) {
+    auto t0 = Clock::now();
+    GstElement* playbin = gst_element_factory_make("playbin", nullptr);
+    gchar* uri = gst_filename_to_uri(path.c_str(), nullptr);
+    GstElement* audio = gst_parse_bin_from_description(kSink, TRUE, nullptr);
+    GstElement* video = gst_parse_bin_from_description(kSink, TRUE, nullptr);
+    g_object_set(playbin, "uri", uri, "audio-sink", audio, "video-sink", video, nullptr);
+    g_free(uri);
+    gst_element_set_state(playbin, GST_STATE_PLAYING);
+    GstState state = GST_STATE_NULL;
+    GstStateChangeReturn ret = gst_element_get_state(playbin, &state, nullptr, 10 * GST_SECOND);
+    double ms = std::chrono::duration<double, std::milli>(Clock::now() - t0).count();
+    gst_element_set_state(playbin, GST_STATE_NULL);
+    gst_object_unref(playbin);
+    return ret == GST_STATE_CHANGE_SUCCESS && state == GST_STATE_PLAYING ? ms : -1;
+}
+
+struct Figures {
+    double median;
+    double mean;
+    double min;
+};
+
+Figures Summarise(std::vector<double> v) {
+    std::sort(v.begin(), v.end());
+    double sum = 0;
+    for (double x : v)
+        sum += x;
+    return {v[v.size() / 2], sum / static_cast<double>(v.size()), v.front()};
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    int rounds = argc > 1 ? atoi(argv[1]) : 20;
+    if (rounds < 1)
+        rounds = 1;
+    if (!EnsureGstInit())
+        return 1;
+    SetGraphAudioSink(kSink);
+    SetGraphVideoSink(kSink);
+    std::string dir = (std::filesystem::temp_directory_path() / "orvex-bench").string();
+    std::filesystem::create_directories(dir);
+    struct Case {
+        const char* name;
+        std::string path;
+        std::string encode;
+    };
+    std::vector<Case> cases = {
+        {"h264+vorbis mkv 640x360 10 s", dir + "/both.mkv",
+         "videotestsrc num-buffers=250 ! video/x-raw,width=640,height=360,framerate=25/1 ! "
+         "x264enc speed-preset=ultrafast key-int-max=25 ! h264parse ! matroskamux name=m ! "
+         "filesink location=" +
+             dir +
+             "/both.mkv audiotestsrc num-buffers=431 samplesperbuffer=1024 ! "
+             "audioconvert ! vorbisenc ! m."},
+        {"vorbis ogg 10 s", dir + "/audio.ogg",
+         "audiotestsrc num-buffers=431 samplesperbuffer=1024 ! audioconvert ! vorbisenc ! "
+         "oggmux ! filesink location=" +
+             dir + "/audio.ogg"},
+    };
+    CMediaPlayer player;
+    CBenchFrame frame;
+    int failures = 0;
+    for (Case& c : cases) {
+        if (!Encode(c.encode)) {
+            fprintf(stderr, "could not encode %s\n", c.name);
+            return 1;
+        }
+        // Warm both roads up: plugin loading is not what is measured.
+        EngineStart(player, frame, c.path);
+        PlaybinStart(c.path);
+        std::vector<double> engine, playbin;
+        for (int i = 0; i < rounds; ++i) {
+            double e = EngineStart(player, frame, c.path);
+            double p = PlaybinStart(c.path);
+            if (e < 0 || p < 0) {
+                ++failures;
+                continue;
+            }
+            engine.push_back(e);
+            playbin.push_back(p);
+        }
+        if (engine.empty())
+            continue;
+        Figures fe = Summarise(engine), fp = Summarise(playbin);
+        printf("%s, %zu rounds\n", c.name, engine.size());
+        printf("  PlayFileLav to Running: median %.1f ms, mean %.1f ms, min %.1f ms\n", fe.median,
+               fe.mean, fe.min);
+        printf("  playbin to PLAYING:     median %.1f ms, mean %.1f ms, min %.1f ms\n", fp.median,
+               fp.mean, fp.min);
+        printf("  ratio (median): %.2fx (goal 1.20x)\n", fe.median / fp.median);
+    }
+    std::filesystem::remove_all(dir);
+    return failures ? 1 : 0;
+}

@@ -1,0 +1,15 @@
+// LAVAudio_1.ax: the audio decoder.
+#include "modules/lav/LavDecoder.h"
+#include "modules/lav/ModuleExport.h"
+
+namespace {
+
+const ModuleClass kClasses[] = {
+    {&CLSID_LAVAudio, &NewLavAudio},
+};
+
+} // namespace
+
+ORVEX_MODULE_EXPORT HRESULT DllGetClassObject(REFCLSID clsid, REFIID riid, void** ppv) {
+    return GetModuleClassObject(kClasses, sizeof(kClasses) / sizeof(kClasses[0]), clsid, riid, ppv);
+}

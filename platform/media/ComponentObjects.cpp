@@ -1,0 +1,61 @@
+// Objects the platform makes by class identifier, and the loading of filter
+// modules from files.
+#include <dlfcn.h>
+
+#include <cerrno>
+#include <map>
+#include <mutex>
+#include <sys/stat.h>
+
+#include "platform/media/FilterGraph.h"
+#include "platform/media/ModuleLoader.h"
+
+namespace {
+
+thread_local DWORD t_lastError = 0;
+
+} // namespace
+
+HRESULT CoCreateInstance(REFCLSID clsid, IUnknown* outer, DWORD, REFIID riid, void** ppv) {
+    if (!ppv)
+        return E_POINTER;
+    *ppv = nullptr;
+    if (outer)
+        return CLASS_E_NOAGGREGATION;
+    if (!(clsid == CLSID_FilterGraph))
+        return REGDB_E_CLASSNOTREG;
+    if (!EnsureGstInit())
+        return E_FAIL;
+    auto* graph = new CFilterGraph;
+    HRESULT hr = graph->QueryInterface(riid, ppv);
+    graph->Release();
+    return hr;
+}
+
+HMODULE AfxLoadLibrary(const CString& path) {
+    std::string narrow = path.ToUtf8();
+    struct stat st;
+    if (narrow.empty() || stat(narrow.c_str(), &st) != 0) {
+        t_lastError = ERROR_MOD_NOT_FOUND;
+        return nullptr;
+    }
+    // Modules stay loaded for the life of the process: callbacks into them
+    // may still be registered with the pipeline library.
+    void* handle = dlopen(narrow.c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE);
+    if (!handle) {
+        t_lastError = ERROR_BAD_EXE_FORMAT;
+        return nullptr;
+    }
+    return static_cast<HMODULE>(handle);
+}
+
+void* GetProcAddress(HMODULE module, const char* name) {
+    void* symbol = module ? dlsym(module, name) : nullptr;
+    if (!symbol)
+        t_lastError = ERROR_PROC_NOT_FOUND;
+    return symbol;
+}
+
+DWORD GetLastError() {
+    return t_lastError;
+}

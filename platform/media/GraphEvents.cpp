@@ -1,0 +1,265 @@
+// The graph's events and picture: bus messages become queued events that a
+// posted message announces, and the picture follows its owner window.
+#include <gst/video/video.h>
+
+#include <chrono>
+
+#include "platform/media/FilterGraph.h"
+#include "platform/media/GraphSettings.h"
+
+namespace {
+
+// Events nobody takes are dropped past this many, so a graph left alone
+// cannot grow without bound.
+constexpr size_t kMaxQueuedEvents = 256;
+
+} // namespace
+
+GstBusSyncReply CFilterGraph::OnBusMessage(GstBus*, GstMessage* message, gpointer self) {
+    static_cast<CFilterGraph*>(self)->HandleBusMessage(message);
+    // Everything is handled here, on the thread that posts it; nothing is
+    // left on the bus to pile up.
+    gst_message_unref(message);
+    return GST_BUS_DROP;
+}
+
+void CFilterGraph::HandleBusMessage(GstMessage* message) {
+    switch (GST_MESSAGE_TYPE(message)) {
+    case GST_MESSAGE_EOS:
+        if (GST_MESSAGE_SRC(message) == GST_OBJECT(m_pipeline))
+            QueueEvent(EC_COMPLETE, S_OK, 0);
+        break;
+    case GST_MESSAGE_ERROR:
+        QueueEvent(EC_ERRORABORT, E_FAIL, 0);
+        break;
+    case GST_MESSAGE_ELEMENT:
+        if (gst_is_video_overlay_prepare_window_handle_message(message)) {
+            std::lock_guard<std::mutex> lock(m_videoLock);
+            if (m_overlay)
+                gst_object_unref(m_overlay);
+            m_overlay = GST_ELEMENT(gst_object_ref(GST_MESSAGE_SRC(message)));
+            if (uintptr_t window = ResolveNativeWindow(m_owner)) {
+                gst_video_overlay_set_window_handle(GST_VIDEO_OVERLAY(m_overlay), window);
+                ApplyOverlay();
+            }
+        }
+        break;
+    default:
+        break;
+    }
+}
+
+void CFilterGraph::QueueEvent(LONG code, LONG_PTR param1, LONG_PTR param2) {
+    HWND notify;
+    UINT notifyMessage;
+    LONG_PTR instance;
+    {
+        std::lock_guard<std::mutex> lock(m_eventLock);
+        if (code == EC_COMPLETE || code == EC_ERRORABORT || code == EC_USERABORT) {
+            m_complete = true;
+            m_completeCode = code;
+        }
+        if (m_events.size() >= kMaxQueuedEvents)
+            return;
+        m_events.push_back({code, param1, param2});
+        notify = m_notify;
+        notifyMessage = m_notifyMessage;
+        instance = m_notifyInstance;
+    }
+    m_eventReady.notify_all();
+    if (notify)
+        PostMessageW(notify, notifyMessage, 0, instance);
+}
+
+HRESULT CFilterGraph::GetEvent(LONG* code, LONG_PTR* param1, LONG_PTR* param2, LONG timeoutMs) {
+    if (!code || !param1 || !param2)
+        return E_POINTER;
+    std::unique_lock<std::mutex> lock(m_eventLock);
+    auto ready = [this] { return !m_events.empty(); };
+    if (timeoutMs < 0)
+        m_eventReady.wait(lock, ready);
+    else if (timeoutMs > 0)
+        m_eventReady.wait_for(lock, std::chrono::milliseconds(timeoutMs), ready);
+    if (m_events.empty())
+        return E_ABORT;
+    GraphEvent e = m_events.front();
+    m_events.pop_front();
+    *code = e.code;
+    *param1 = e.param1;
+    *param2 = e.param2;
+    return S_OK;
+}
+
+HRESULT CFilterGraph::FreeEventParams(LONG, LONG_PTR, LONG_PTR) {
+    // Every parameter this graph hands out is a number.
+    return S_OK;
+}
+
+HRESULT CFilterGraph::WaitForCompletion(LONG timeoutMs, LONG* code) {
+    if (!code)
+        return E_POINTER;
+    *code = 0;
+    std::unique_lock<std::mutex> lock(m_eventLock);
+    auto done = [this] { return m_complete || m_target != State_Running; };
+    if (m_target != State_Running)
+        return VFW_E_WRONG_STATE;
+    if (timeoutMs < 0)
+        m_eventReady.wait(lock, done);
+    else
+        m_eventReady.wait_for(lock, std::chrono::milliseconds(timeoutMs), done);
+    if (!m_complete)
+        return E_ABORT;
+    *code = m_completeCode;
+    return S_OK;
+}
+
+HRESULT CFilterGraph::SetNotifyWindow(HWND window, UINT message, LONG_PTR instance) {
+    bool pending;
+    {
+        std::lock_guard<std::mutex> lock(m_eventLock);
+        m_notify = window;
+        m_notifyMessage = message;
+        m_notifyInstance = instance;
+        pending = window && !m_events.empty();
+    }
+    if (pending)
+        PostMessageW(window, message, 0, instance);
+    return S_OK;
+}
+
+// ---- picture ----
+
+void CFilterGraph::ApplyOverlay() {
+    if (!m_overlay || m_width <= 0 || m_height <= 0)
+        return;
+    if (m_visible)
+        gst_video_overlay_set_render_rectangle(GST_VIDEO_OVERLAY(m_overlay), m_left, m_top, m_width,
+                                               m_height);
+    else
+        gst_video_overlay_set_render_rectangle(GST_VIDEO_OVERLAY(m_overlay), 0, 0, 1, 1);
+    gst_video_overlay_expose(GST_VIDEO_OVERLAY(m_overlay));
+}
+
+HRESULT CFilterGraph::GetVideoSize(LONG* width, LONG* height) {
+    if (!width || !height)
+        return E_POINTER;
+    std::lock_guard<std::mutex> lock(m_videoLock);
+    if (!m_videoSink)
+        return VFW_E_NOT_CONNECTED;
+    LONG w = m_videoWidth, h = m_videoHeight;
+    GstPad* pad = gst_element_get_static_pad(m_videoSink, "sink");
+    GstCaps* caps = pad ? gst_pad_get_current_caps(pad) : nullptr;
+    GstVideoInfo info;
+    if (caps && gst_video_info_from_caps(&info, caps) && info.width > 0 && info.height > 0) {
+        w = info.width;
+        h = info.height;
+        if (info.par_n > 0 && info.par_d > 0 && info.par_n != info.par_d)
+            w = static_cast<LONG>(static_cast<int64_t>(w) * info.par_n / info.par_d);
+    }
+    if (caps)
+        gst_caps_unref(caps);
+    if (pad)
+        gst_object_unref(pad);
+    if (w <= 0 || h <= 0)
+        return E_FAIL;
+    *width = w;
+    *height = h;
+    return S_OK;
+}
+
+HRESULT CFilterGraph::put_Owner(HWND owner) {
+    std::lock_guard<std::mutex> lock(m_videoLock);
+    if (!m_videoSink)
+        return E_NOINTERFACE;
+    m_owner = owner;
+    if (m_overlay) {
+        gst_video_overlay_set_window_handle(GST_VIDEO_OVERLAY(m_overlay),
+                                            ResolveNativeWindow(owner));
+        ApplyOverlay();
+    }
+    return S_OK;
+}
+
+HRESULT CFilterGraph::get_Owner(HWND* owner) {
+    if (!owner)
+        return E_POINTER;
+    std::lock_guard<std::mutex> lock(m_videoLock);
+    *owner = m_owner;
+    return m_videoSink ? S_OK : E_NOINTERFACE;
+}
+
+HRESULT CFilterGraph::put_MessageDrain(HWND drain) {
+    std::lock_guard<std::mutex> lock(m_videoLock);
+    if (!m_videoSink)
+        return E_NOINTERFACE;
+    m_drain = drain;
+    if (m_overlay)
+        gst_video_overlay_handle_events(GST_VIDEO_OVERLAY(m_overlay), drain ? FALSE : TRUE);
+    return S_OK;
+}
+
+HRESULT CFilterGraph::get_MessageDrain(HWND* drain) {
+    if (!drain)
+        return E_POINTER;
+    std::lock_guard<std::mutex> lock(m_videoLock);
+    *drain = m_drain;
+    return m_videoSink ? S_OK : E_NOINTERFACE;
+}
+
+HRESULT CFilterGraph::put_WindowStyle(LONG style) {
+    std::lock_guard<std::mutex> lock(m_videoLock);
+    if (!m_videoSink)
+        return E_NOINTERFACE;
+    m_style = style;
+    return S_OK;
+}
+
+HRESULT CFilterGraph::get_WindowStyle(LONG* style) {
+    if (!style)
+        return E_POINTER;
+    std::lock_guard<std::mutex> lock(m_videoLock);
+    *style = m_style;
+    return m_videoSink ? S_OK : E_NOINTERFACE;
+}
+
+HRESULT CFilterGraph::put_Visible(LONG visible) {
+    std::lock_guard<std::mutex> lock(m_videoLock);
+    if (!m_videoSink)
+        return E_NOINTERFACE;
+    m_visible = visible ? OATRUE : OAFALSE;
+    ApplyOverlay();
+    return S_OK;
+}
+
+HRESULT CFilterGraph::get_Visible(LONG* visible) {
+    if (!visible)
+        return E_POINTER;
+    std::lock_guard<std::mutex> lock(m_videoLock);
+    *visible = m_visible;
+    return m_videoSink ? S_OK : E_NOINTERFACE;
+}
+
+HRESULT CFilterGraph::SetWindowPosition(LONG left, LONG top, LONG width, LONG height) {
+    if (width < 0 || height < 0)
+        return E_INVALIDARG;
+    std::lock_guard<std::mutex> lock(m_videoLock);
+    if (!m_videoSink)
+        return E_NOINTERFACE;
+    m_left = left;
+    m_top = top;
+    m_width = width;
+    m_height = height;
+    ApplyOverlay();
+    return S_OK;
+}
+
+HRESULT CFilterGraph::GetWindowPosition(LONG* left, LONG* top, LONG* width, LONG* height) {
+    if (!left || !top || !width || !height)
+        return E_POINTER;
+    std::lock_guard<std::mutex> lock(m_videoLock);
+    *left = m_left;
+    *top = m_top;
+    *width = m_width;
+    *height = m_height;
+    return m_videoSink ? S_OK : E_NOINTERFACE;
+}

@@ -1,0 +1,69 @@
+#include "platform/media/GraphSettings.h"
+
+#include <cstdlib>
+#include <mutex>
+
+namespace {
+
+struct Settings {
+    std::mutex lock;
+    std::string audio;
+    std::string video;
+    NativeWindowResolver resolver;
+};
+
+Settings& TheSettings() {
+    static Settings settings;
+    return settings;
+}
+
+std::string FromEnv(const char* name) {
+    const char* value = getenv(name);
+    return value ? value : "";
+}
+
+} // namespace
+
+void SetGraphAudioSink(const std::string& description) {
+    std::lock_guard<std::mutex> lock(TheSettings().lock);
+    TheSettings().audio = description;
+}
+
+void SetGraphVideoSink(const std::string& description) {
+    std::lock_guard<std::mutex> lock(TheSettings().lock);
+    TheSettings().video = description;
+}
+
+std::string GraphAudioSink() {
+    std::lock_guard<std::mutex> lock(TheSettings().lock);
+    if (!TheSettings().audio.empty())
+        return TheSettings().audio;
+    std::string env = FromEnv("ORVEX_AUDIO_SINK");
+    return env.empty() ? "autoaudiosink" : env;
+}
+
+std::string GraphVideoSink() {
+    std::lock_guard<std::mutex> lock(TheSettings().lock);
+    if (!TheSettings().video.empty())
+        return TheSettings().video;
+    std::string env = FromEnv("ORVEX_VIDEO_SINK");
+    if (!env.empty())
+        return env;
+    if (FromEnv("DISPLAY").empty() && FromEnv("WAYLAND_DISPLAY").empty())
+        return "fakesink sync=true";
+    return "autovideosink";
+}
+
+void SetNativeWindowResolver(NativeWindowResolver resolver) {
+    std::lock_guard<std::mutex> lock(TheSettings().lock);
+    TheSettings().resolver = std::move(resolver);
+}
+
+uintptr_t ResolveNativeWindow(HWND hwnd) {
+    NativeWindowResolver resolver;
+    {
+        std::lock_guard<std::mutex> lock(TheSettings().lock);
+        resolver = TheSettings().resolver;
+    }
+    return resolver && hwnd ? resolver(hwnd) : 0;
+}

@@ -1,0 +1,23 @@
+// Choices the hosting program makes for every graph: which elements render
+// sound and picture, and how a window handle maps to a native window that
+// the picture can be drawn into.
+#pragma once
+#include <cstdint>
+#include <functional>
+#include <string>
+
+#include "platform/base/Window.h"
+
+// A pipeline description of the element that plays sound (or draws the
+// picture). Empty restores the default: ORVEX_AUDIO_SINK / ORVEX_VIDEO_SINK
+// when set, else the system's automatic sinks (with no display, the picture
+// goes to a clock-synced null sink).
+void SetGraphAudioSink(const std::string& description);
+void SetGraphVideoSink(const std::string& description);
+std::string GraphAudioSink();
+std::string GraphVideoSink();
+
+// Gives the native window id behind a handle, or 0 when it has none.
+using NativeWindowResolver = std::function<uintptr_t(HWND)>;
+void SetNativeWindowResolver(NativeWindowResolver resolver);
+uintptr_t ResolveNativeWindow(HWND hwnd);

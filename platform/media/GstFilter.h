@@ -1,0 +1,127 @@
+// The pipeline side of a filter: each filter is a bin of pipeline elements
+// and each pin one of its ghost pads. The graph and the filter modules both
+// build on these classes; across a module boundary only the virtual
+// interfaces are used, so each module may carry its own copy of the code.
+#pragma once
+#include <gst/gst.h>
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/media/MediaInterfaces.h"
+
+// The graph's private ways into a filter and a pin.
+extern const IID IID_IGstFilter;
+extern const IID IID_IGstPin;
+
+class IGstFilter : public IUnknown {
+public:
+    // The filter's bin; the filter keeps its own reference.
+    virtual GstElement* GetElement() = 0;
+    // Called by the graph before data may flow for the first time.
+    virtual void PrepareRun() = 0;
+};
+
+class IGstPin : public IUnknown {
+public:
+    virtual GstPad* GetPad() = 0;
+};
+
+// Makes sure the pipeline library is initialised; false when it can't be.
+bool EnsureGstInit();
+
+// The caps a pad carries now, or failing that what it can carry; null when
+// neither is known. The caller unrefs.
+GstCaps* PadCaps(GstPad* pad);
+// The major type of a stream description.
+const GUID& MajorTypeOfCaps(const GstCaps* caps);
+// A media type record for caps (null caps: only the major type).
+AM_MEDIA_TYPE* NewMediaType(const GstCaps* caps, REFGUID major);
+// The caps a media type record carries in its format block, or null.
+GstCaps* CapsOfMediaType(const AM_MEDIA_TYPE* mt);
+
+class CGstFilter;
+
+class CGstPin : public IPin, public IGstPin {
+public:
+    CGstPin(CGstFilter* filter, const std::u16string& name, PIN_DIRECTION direction, GstPad* pad,
+            REFGUID major);
+    ~CGstPin();
+
+    HRESULT QueryInterface(REFIID riid, void** ppv) override;
+    ULONG AddRef() override;
+    ULONG Release() override;
+
+    HRESULT Connect(IPin* receiver, const AM_MEDIA_TYPE* mt) override;
+    HRESULT ReceiveConnection(IPin* connector, const AM_MEDIA_TYPE* mt) override;
+    HRESULT Disconnect() override;
+    HRESULT QueryDirection(PIN_DIRECTION* direction) override;
+    HRESULT QueryId(char16_t* id, ULONG size) override;
+    HRESULT EnumMediaTypes(IEnumMediaTypes** types) override;
+
+    GstPad* GetPad() override { return m_pad; }
+
+    const std::u16string& Name() const { return m_name; }
+    PIN_DIRECTION Direction() const { return m_direction; }
+    REFGUID Major() const { return m_major; }
+    bool IsConnected() const { return m_connected; }
+
+private:
+    CGstFilter* m_filter;
+    std::u16string m_name;
+    PIN_DIRECTION m_direction;
+    GstPad* m_pad;
+    GUID m_major;
+    std::atomic<bool> m_connected{false};
+};
+
+class CGstFilter : public IBaseFilter, public IGstFilter {
+public:
+    explicit CGstFilter(const char* binName);
+    virtual ~CGstFilter();
+    CGstFilter(const CGstFilter&) = delete;
+    CGstFilter& operator=(const CGstFilter&) = delete;
+
+    HRESULT QueryInterface(REFIID riid, void** ppv) override;
+    ULONG AddRef() override;
+    ULONG Release() override;
+
+    HRESULT EnumPins(IEnumPins** pins) override;
+    HRESULT FindPin(LPCWSTR id, IPin** pin) override;
+    HRESULT SetSyncSource(IReferenceClock* clock) override;
+
+    GstElement* GetElement() override { return m_bin; }
+    void PrepareRun() override {}
+
+    // Hooks of the pins.
+    virtual HRESULT OnReceiveConnection(CGstPin* pin, GstCaps* caps);
+    virtual void OnDisconnect(CGstPin* pin);
+    // The media types a pin offers, each with a reference for the caller.
+    virtual std::vector<GstCaps*> OfferedCaps(CGstPin* pin);
+
+protected:
+    virtual HRESULT QueryOther(REFIID riid, void** ppv);
+    // Adds a ghost pad to the bin and a pin for it.
+    CGstPin* AddPin(const std::u16string& name, PIN_DIRECTION direction, GstPad* ghost,
+                    REFGUID major);
+    std::vector<CGstPin*> Pins();
+
+    GstElement* m_bin;
+
+private:
+    std::atomic<ULONG> m_refs{1};
+    std::mutex m_pinLock;
+    std::vector<std::unique_ptr<CGstPin>> m_pins;
+};
+
+// Holds a reference to a reference-counted object of this library for the
+// time a scope needs it.
+template <typename T>
+T* Detach(T*& p) {
+    T* out = p;
+    p = nullptr;
+    return out;
+}

@@ -1,0 +1,168 @@
+// The pipeline interfaces the playback engine calls: filters, pins, media
+// types, the graph and its control, events, seeking, audio and picture.
+// Only what the engine uses is declared.
+#pragma once
+#include "platform/base/Window.h"
+#include "platform/media/ComTypes.h"
+#include "platform/media/Guids.h"
+
+// A fixed width: a direction a failed query leaves behind may hold any value.
+enum PIN_DIRECTION : int32_t { PINDIR_INPUT = 0, PINDIR_OUTPUT = 1 };
+
+// One media type. The format block and pUnk belong to the record: free it
+// with FreeMediaType / DeleteMediaType.
+struct AM_MEDIA_TYPE {
+    GUID majortype;
+    GUID subtype;
+    BOOL bFixedSizeSamples;
+    BOOL bTemporalCompression;
+    ULONG lSampleSize;
+    GUID formattype;
+    IUnknown* pUnk;
+    ULONG cbFormat;
+    BYTE* pbFormat;
+};
+
+// Frees the format block and the pUnk reference; the record stays.
+void FreeMediaType(AM_MEDIA_TYPE& mt);
+// Frees a record made by an enumerator, with what it holds.
+void DeleteMediaType(AM_MEDIA_TYPE* pmt);
+
+class IPin;
+class IBaseFilter;
+class IReferenceClock;
+
+class IEnumMediaTypes : public IUnknown {
+public:
+    // Gives up to count records, each for the caller to DeleteMediaType.
+    virtual HRESULT Next(ULONG count, AM_MEDIA_TYPE** types, ULONG* fetched) = 0;
+    virtual HRESULT Skip(ULONG count) = 0;
+    virtual HRESULT Reset() = 0;
+};
+
+class IPin : public IUnknown {
+public:
+    // Connects this output pin to receiver; with mt null the types are tried.
+    virtual HRESULT Connect(IPin* receiver, const AM_MEDIA_TYPE* mt) = 0;
+    // Called on an input pin by the output pin that connects to it.
+    virtual HRESULT ReceiveConnection(IPin* connector, const AM_MEDIA_TYPE* mt) = 0;
+    virtual HRESULT Disconnect() = 0;
+    virtual HRESULT QueryDirection(PIN_DIRECTION* direction) = 0;
+    // The pin's name, as FindPin knows it; copy of at most size-1 units.
+    virtual HRESULT QueryId(char16_t* id, ULONG size) = 0;
+    virtual HRESULT EnumMediaTypes(IEnumMediaTypes** types) = 0;
+};
+
+class IEnumPins : public IUnknown {
+public:
+    virtual HRESULT Next(ULONG count, IPin** pins, ULONG* fetched) = 0;
+    virtual HRESULT Skip(ULONG count) = 0;
+    virtual HRESULT Reset() = 0;
+};
+
+class IBaseFilter : public IUnknown {
+public:
+    virtual HRESULT EnumPins(IEnumPins** pins) = 0;
+    virtual HRESULT FindPin(LPCWSTR id, IPin** pin) = 0;
+    virtual HRESULT SetSyncSource(IReferenceClock* clock) = 0;
+};
+
+class IFileSourceFilter : public IUnknown {
+public:
+    virtual HRESULT Load(LPCOLESTR fileName, const AM_MEDIA_TYPE* mt) = 0;
+};
+
+class IGraphBuilder : public IUnknown {
+public:
+    virtual HRESULT AddFilter(IBaseFilter* filter, LPCWSTR name) = 0;
+    virtual HRESULT RemoveFilter(IBaseFilter* filter) = 0;
+    // Completes the pipeline from an output pin to a renderer.
+    virtual HRESULT Render(IPin* pin) = 0;
+};
+
+using OAFilterState = LONG;
+constexpr OAFilterState State_Stopped = 0;
+constexpr OAFilterState State_Paused = 1;
+constexpr OAFilterState State_Running = 2;
+
+class IMediaControl : public IUnknown {
+public:
+    virtual HRESULT Run() = 0;
+    virtual HRESULT Pause() = 0;
+    virtual HRESULT Stop() = 0;
+    // Waits up to timeoutMs for a transition to finish. VFW_S_STATE_INTERMEDIATE
+    // when it has not, with the state reached so far.
+    virtual HRESULT GetState(LONG timeoutMs, OAFilterState* state) = 0;
+};
+
+constexpr LONG EC_COMPLETE = 0x01;
+constexpr LONG EC_USERABORT = 0x02;
+constexpr LONG EC_ERRORABORT = 0x03;
+
+class IMediaEventEx : public IUnknown {
+public:
+    // Takes the oldest queued event; E_ABORT when none comes within timeoutMs.
+    virtual HRESULT GetEvent(LONG* code, LONG_PTR* param1, LONG_PTR* param2, LONG timeoutMs) = 0;
+    virtual HRESULT FreeEventParams(LONG code, LONG_PTR param1, LONG_PTR param2) = 0;
+    // Waits for the end of a running graph; returns at once on one that is not.
+    virtual HRESULT WaitForCompletion(LONG timeoutMs, LONG* code) = 0;
+    // Every queued event is announced by posting message to window.
+    virtual HRESULT SetNotifyWindow(HWND window, UINT message, LONG_PTR instance) = 0;
+};
+
+constexpr DWORD AM_SEEKING_CanSeekAbsolute = 0x1;
+constexpr DWORD AM_SEEKING_CanSeekForwards = 0x2;
+constexpr DWORD AM_SEEKING_CanSeekBackwards = 0x4;
+constexpr DWORD AM_SEEKING_CanGetCurrentPos = 0x8;
+constexpr DWORD AM_SEEKING_CanGetStopPos = 0x10;
+constexpr DWORD AM_SEEKING_CanGetDuration = 0x20;
+constexpr DWORD AM_SEEKING_NoPositioning = 0x0;
+constexpr DWORD AM_SEEKING_AbsolutePositioning = 0x1;
+
+class IMediaSeeking : public IUnknown {
+public:
+    // S_OK when every asked capability is there, S_FALSE when some are (the
+    // argument then holds those), E_FAIL when none is.
+    virtual HRESULT CheckCapabilities(DWORD* capabilities) = 0;
+    virtual HRESULT GetDuration(LONGLONG* duration) = 0;
+    virtual HRESULT GetCurrentPosition(LONGLONG* position) = 0;
+    virtual HRESULT SetPositions(LONGLONG* current, DWORD currentFlags, LONGLONG* stop,
+                                 DWORD stopFlags) = 0;
+};
+
+class IBasicAudio : public IUnknown {
+public:
+    // Hundredths of a decibel, -10000 (silent) to 0.
+    virtual HRESULT put_Volume(LONG volume) = 0;
+    virtual HRESULT get_Volume(LONG* volume) = 0;
+};
+
+class IBasicVideo : public IUnknown {
+public:
+    virtual HRESULT GetVideoSize(LONG* width, LONG* height) = 0;
+};
+
+constexpr LONG OATRUE = -1;
+constexpr LONG OAFALSE = 0;
+
+class IVideoWindow : public IUnknown {
+public:
+    virtual HRESULT put_Owner(HWND owner) = 0;
+    virtual HRESULT get_Owner(HWND* owner) = 0;
+    virtual HRESULT put_MessageDrain(HWND drain) = 0;
+    virtual HRESULT get_MessageDrain(HWND* drain) = 0;
+    virtual HRESULT put_WindowStyle(LONG style) = 0;
+    virtual HRESULT get_WindowStyle(LONG* style) = 0;
+    virtual HRESULT put_Visible(LONG visible) = 0;
+    virtual HRESULT get_Visible(LONG* visible) = 0;
+    virtual HRESULT SetWindowPosition(LONG left, LONG top, LONG width, LONG height) = 0;
+    virtual HRESULT GetWindowPosition(LONG* left, LONG* top, LONG* width, LONG* height) = 0;
+};
+
+// The DVD Navigator's control and information interfaces; the DVD graph
+// declares what it calls on them.
+class IDvdControl2 : public IUnknown {};
+class IDvdInfo2 : public IUnknown {};
+
+// Makes an object of a class the platform provides (the Filter Graph Manager).
+HRESULT CoCreateInstance(REFCLSID clsid, IUnknown* outer, DWORD context, REFIID riid, void** ppv);

@@ -1,0 +1,196 @@
+// Shared ground of the engine tests: media encoded at test time, a frame
+// that records what the engine asks of it, and a fixture that plays from the
+// staged start directory with sinks that need no device.
+#pragma once
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/base/UserMessages.h"
+#include "platform/media/GraphSettings.h"
+#include "platform/media/GstFilter.h"
+#include "player/LavSetup.h"
+#include "player/MediaPlayer.h"
+#include "tests/support/MessageBoxRecorder.h"
+#include "tests/support/TempDir.h"
+
+// The staged start directory, with the filter modules in LAV/.
+inline std::string StagedStartDir() {
+    const char* stage = getenv("ORVEX_STAGE_DIR");
+    return stage ? stage : ORVEX_BUILD_STAGE_DIR;
+}
+
+// Runs an encoding pipeline to its end; true when it got there.
+inline bool EncodeMedia(const std::string& description) {
+    if (!EnsureGstInit())
+        return false;
+    GError* error = nullptr;
+    GstElement* pipeline = gst_parse_launch(description.c_str(), &error);
+    if (error) {
+        ADD_FAILURE() << error->message;
+        g_error_free(error);
+    }
+    if (!pipeline)
+        return false;
+    gst_element_set_state(pipeline, GST_STATE_PLAYING);
+    GstBus* bus = gst_element_get_bus(pipeline);
+    GstMessage* message = gst_bus_timed_pop_filtered(
+        bus, 60 * GST_SECOND, static_cast<GstMessageType>(GST_MESSAGE_EOS | GST_MESSAGE_ERROR));
+    bool ok = message && GST_MESSAGE_TYPE(message) == GST_MESSAGE_EOS;
+    if (message)
+        gst_message_unref(message);
+    gst_object_unref(bus);
+    gst_element_set_state(pipeline, GST_STATE_NULL);
+    gst_object_unref(pipeline);
+    return ok;
+}
+
+// Joins the pipeline library's idle worker threads before the process ends,
+// so that nothing is still exiting while the leak checker stops the world.
+class PipelineThreadsEnvironment : public ::testing::Environment {
+public:
+    void TearDown() override {
+        gst_task_cleanup_all();
+        g_thread_pool_stop_unused_threads();
+    }
+};
+inline ::testing::Environment* const g_pipelineThreads =
+    ::testing::AddGlobalTestEnvironment(new PipelineThreadsEnvironment);
+
+// The media every test may play, made once per test program.
+struct TestMedia {
+    TempDir dir;
+    std::string audio;    // Vorbis in Ogg, 3 s, stereo
+    std::string video;    // H.264 in Matroska, 2 s, 320x240
+    std::string both;     // H.264 and Vorbis in Matroska, 2 s
+    std::string corrupt;  // bytes that are no medium
+    std::string wma;      // WMA 2 in ASF, 2 s
+    std::string surround; // Vorbis in Ogg, 2 s, six channels
+    std::string twoAudio; // two Vorbis streams in Matroska, 1 s
+
+    static TestMedia& Get() {
+        static TestMedia media;
+        return media;
+    }
+
+private:
+    TestMedia() {
+        audio = dir / "audio.ogg";
+        video = dir / "video.mkv";
+        both = dir / "both.mkv";
+        corrupt = dir / "corrupt.mkv";
+        wma = dir / "audio.wma";
+        surround = dir / "surround.ogg";
+        twoAudio = dir / "two-audio.mkv";
+        const std::string h264 = "videotestsrc num-buffers=50 ! "
+                                 "video/x-raw,width=320,height=240,framerate=25/1 ! "
+                                 "x264enc speed-preset=ultrafast key-int-max=10 ! h264parse ! ";
+        EXPECT_TRUE(EncodeMedia("audiotestsrc num-buffers=129 samplesperbuffer=1024 ! "
+                                "audio/x-raw,rate=44100,channels=2 ! audioconvert ! vorbisenc ! "
+                                "oggmux ! filesink location=" +
+                                audio));
+        EXPECT_TRUE(EncodeMedia(h264 + "matroskamux ! filesink location=" + video));
+        EXPECT_TRUE(EncodeMedia(h264 + "matroskamux name=m ! filesink location=" + both +
+                                " audiotestsrc num-buffers=86 samplesperbuffer=1024 ! "
+                                "audio/x-raw,rate=44100 ! audioconvert ! vorbisenc ! m."));
+        EXPECT_TRUE(EncodeMedia("audiotestsrc num-buffers=86 samplesperbuffer=1024 ! "
+                                "audio/x-raw,rate=44100,channels=2 ! audioconvert ! avenc_wmav2 ! "
+                                "asfmux ! filesink location=" +
+                                wma));
+        EXPECT_TRUE(EncodeMedia("audiotestsrc num-buffers=86 samplesperbuffer=1024 ! "
+                                "audio/x-raw,rate=44100,channels=6,channel-mask=(bitmask)0x3f ! "
+                                "audioconvert ! vorbisenc ! oggmux ! filesink location=" +
+                                surround));
+        EXPECT_TRUE(
+            EncodeMedia("audiotestsrc num-buffers=43 samplesperbuffer=1024 ! audioconvert ! "
+                        "vorbisenc ! matroskamux name=m ! filesink location=" +
+                        twoAudio +
+                        " audiotestsrc num-buffers=43 samplesperbuffer=1024 wave=square ! "
+                        "audioconvert ! vorbisenc ! m."));
+        std::string junk;
+        for (int i = 0; i < 4096; ++i)
+            junk += static_cast<char>((i * 7919 + 13) & 0xFF);
+        TempDir::Write(corrupt, junk);
+    }
+};
+
+// The main window as the engine sees it: records each request and answers
+// as told.
+class CTestFrame : public CMessageTarget, public IPlayerFrame {
+public:
+    CMediaPlayer* m_player = nullptr;
+    CLavSetup m_lavSetup;
+    BOOL m_windowResult = TRUE;
+    RECT m_rect{0, 0, 640, 360};
+    std::vector<std::string> m_calls;
+    int m_stops = 0;
+    int m_waitDepth = 0;
+    int m_waitCount = 0;
+
+    LRESULT OnWindowMessage(UINT message, WPARAM, LPARAM) override {
+        if (message == UM_GRAPH_NOTIFY && m_player)
+            m_player->OnGraphEvent(this);
+        return 0;
+    }
+    BOOL SetVideoWindow(BOOL hasVideo, BOOL hasAudio, HWND* hOwner, HWND* hNotify,
+                        RECT* rect) override {
+        m_calls.push_back("SetVideoWindow(" + std::to_string(hasVideo) + "," +
+                          std::to_string(hasAudio) + ")");
+        if (!m_windowResult)
+            return FALSE;
+        *hOwner = GetSafeHwnd();
+        *hNotify = GetSafeHwnd();
+        *rect = m_rect;
+        return TRUE;
+    }
+    void StopPlayback(BOOL) override {
+        ++m_stops;
+        if (m_player)
+            m_player->CleanPlayback();
+    }
+    void BeginWaitCursor() override {
+        ++m_waitDepth;
+        ++m_waitCount;
+    }
+    void EndWaitCursor() override { --m_waitDepth; }
+    const CLavSetup& GetLavSetup() const override { return m_lavSetup; }
+};
+
+// Plays from the staged start directory into sinks that need no device.
+class PlayerTest : public ::testing::Test {
+protected:
+    PlayerTest() : m_cwd(StageDir()) {
+        SetGraphAudioSink("fakesink sync=true");
+        SetGraphVideoSink("fakesink sync=true");
+        m_player = std::make_unique<CMediaPlayer>();
+        m_frame.m_player = m_player.get();
+    }
+    ~PlayerTest() override {
+        m_player->CleanPlayback();
+        PumpMessages();
+    }
+
+    static std::string StageDir() { return StagedStartDir(); }
+    static const TestMedia& Media() { return TestMedia::Get(); }
+
+    BOOL Play(const std::string& path) { return m_player->PlayFileLav(CString(path), &m_frame); }
+
+    // Delivers posted messages until the frame has stopped playback or the
+    // time is up.
+    bool PumpUntilStopped(int seconds) {
+        auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+        while (m_frame.m_stops == 0 && std::chrono::steady_clock::now() < end)
+            PumpMessages(100);
+        return m_frame.m_stops > 0;
+    }
+
+    static void Sleep(int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }
+
+    ScopedCurrentDir m_cwd;
+    MessageBoxRecorder m_boxes;
+    CTestFrame m_frame;
+    std::unique_ptr<CMediaPlayer> m_player;
+};
