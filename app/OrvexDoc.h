@@ -12,6 +12,8 @@
 #include "interchange/ImportPlacing.h"
 #include "platform/base/LogFont.h"
 #include "player/LavSetup.h"
+#include "radio/RadioBrowseDb.h"
+#include "radio/RadioJob.h"
 
 class COrvexDoc {
 public:
@@ -60,6 +62,37 @@ public:
     void OnCheckForUpdates();
     // The program's version as "%d.%d.%d.%d".
     BOOL GetVersionString(CString& out);
+
+    // The radio database and its update job (DocRadio.cpp).
+    CRadioBrowseDb m_radioDb;
+    CRadioBrowseDb m_radioDbNew;
+    CString m_serverUrl;
+    CString m_serverListUrl; // the deployment's list of servers; tools may point elsewhere
+    RadioJobParams m_jobParams;
+    CEvent m_cancelEvent;
+    CString m_jobFile;
+    CString m_jobUrl;
+    HWND m_hwndUpdateDlg = nullptr;
+    // Running while a job runs. Declared after everything the worker reads,
+    // so that a job still running when the document goes is stopped and
+    // waited for before any of it is destroyed.
+    CJobThread m_hJobThread;
+
+    BOOL SaveRadioDb();
+    BOOL LoadRadioDb(const CString& path);
+    // Finds a server once per process; 1 when one is known, after which the
+    // update dialog opens. A failure has been shown in a message box.
+    BOOL ChooseRadioServer();
+    void StartRadioUpdate(HWND hwndDialog);
+    void CancelRadioUpdate();
+    void OnRadioUpdateDone();
+    void OnRadioUpdateFailed();
+    // The end messages of the job, as the main frame hands them on; 1 when
+    // the message was one of them.
+    BOOL OnRadioJobMessage(UINT message);
+    // The search's results as audio stream items in a root topic, at most
+    // maxCount of them (0: all); gives how many.
+    int ImportStationResults(CString topicName, int maxCount);
 
     void AddView(IDocView* view);
     void RemoveView(IDocView* view);
@@ -138,6 +171,10 @@ private:
     // Fetches a playlist URL into `target`; a failure shows its box, naming
     // the reader.
     BOOL DownloadPlaylist(const CString& url, const CString& target, const char16_t* reader);
+    // The two ends of a job: waiting for the worker and resetting the bar
+    // (0 when no job runs), and the clean-up afterwards.
+    BOOL BeginRadioJobEnd();
+    void EndRadioJob();
 
     std::vector<IDocView*> m_views;
 };

@@ -108,7 +108,9 @@ void CMainFrame::ShowFrame() {
 
 void CMainFrame::StopPlaybackForExit() {}
 
-LRESULT CMainFrame::OnWindowMessage(UINT, WPARAM, LPARAM) {
+LRESULT CMainFrame::OnWindowMessage(UINT message, WPARAM, LPARAM) {
+    // The radio update's end goes on to the document.
+    m_document.OnRadioJobMessage(message);
     return 0;
 }
 

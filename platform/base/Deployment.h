@@ -25,3 +25,9 @@ inline constexpr CreditedProject kCreditedProjects[] = {
     {u"MPC-HC:", u"https://github.com/clsid2/mpc-hc"},
     {u"Radio-Browser:", u"https://www.radio-browser.info"},
 };
+
+// The domain all Radio Browser servers share (its length, 22, is part of how
+// the server list is read), and the list of those servers.
+inline constexpr const char16_t* RB_SERVER_DOMAIN = u"api.radio-browser.info";
+inline constexpr const char16_t* RB_SERVER_LIST_URL =
+    u"https://all.api.radio-browser.info/json/servers";

@@ -24,11 +24,14 @@ std::string ContentsWithRoot(const char16_t* name) {
     return I32(1) + I32(1) + I32(1) + Wide(CString(name)) + I32(0) + I32(4) + I32(0) + I32(0);
 }
 
-// The default copy of a data file: a valid contents file, and text that
-// names the file for the others (which their readers refuse silently).
+// The default copy of a data file: a valid contents file, an empty radio
+// database (read without a word), and text that names the file for the
+// others (which their readers refuse silently).
 std::string DefaultBytes(const std::string& file) {
     if (file == "OrvexContents.dat")
         return ContentsWithRoot(u"default");
+    if (file == "RadioBrowse.dat")
+        return std::string();
     return "default " + file;
 }
 
@@ -93,7 +96,9 @@ TEST(DataFolder, AFailedCopyFallsBackToTheStartDirectory) {
     ASSERT_EQ(boxes.Texts().size(), 1u);
     EXPECT_EQ(boxes.Texts()[0], kNotAvailable);
     // What was copied meanwhile stays in the user folder, unused.
-    EXPECT_EQ(TempDir::Read(install.userFolder + "/RadioBrowse.dat"), "default RadioBrowse.dat");
+    EXPECT_TRUE(std::filesystem::exists(install.userFolder + "/RadioBrowse.dat"));
+    EXPECT_EQ(TempDir::Read(install.userFolder + "/RadioBrowse.dat"),
+              DefaultBytes("RadioBrowse.dat"));
     EXPECT_FALSE(std::filesystem::exists(install.userFolder + "/results.txt"));
     // And so it goes on every run until all four are there.
     EXPECT_EQ(install.Run(boxes), CString(install.start));

@@ -1,16 +1,12 @@
 // orvexctl fetch and check-update, run as programs against a local server.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 
 #include "tests/support/OrvexctlRun.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/TestHttpServer.h"
-
-namespace {
 
 TEST(OrvexctlFetch, WritesTheBodyIntoTheFile) {
     TempDir dir;
@@ -76,5 +72,3 @@ TEST(OrvexctlCheckUpdate, PrintsTheOutcome) {
     EXPECT_EQ(failed.out, "Check for updates failed\n");
     EXPECT_EQ(Orvexctl(dir, "check-update --bogus", env).exitCode, 2);
 }
-
-} // namespace

@@ -1,0 +1,384 @@
+// The radio update from start to end through the document, against a local
+// server that serves a made-up directory.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+
+#include "app/MainFrameLink.h"
+#include "app/OrvexApp.h"
+#include "app/OrvexDoc.h"
+#include "platform/base/AppContext.h"
+#include "platform/base/UserMessages.h"
+#include "tests/support/MessageBoxRecorder.h"
+#include "tests/support/PrintCString.h"
+#include "tests/support/StationDirectoryWriter.h"
+#include "tests/support/TempDir.h"
+#include "tests/support/TestHttpServer.h"
+
+namespace {
+
+// The main frame as far as the job needs it: it hands the job's end
+// messages to the document.
+class JobFrame : public IMainFrame, public CMessageTarget {
+public:
+    explicit JobFrame(COrvexDoc& doc) : m_doc(doc) {}
+    void ShowFrame() override {}
+    void StopPlaybackForExit() override {}
+    HWND GetFrameHwnd() const override { return GetSafeHwnd(); }
+    LRESULT OnWindowMessage(UINT message, WPARAM, LPARAM) override {
+        m_doc.OnRadioJobMessage(message);
+        return 0;
+    }
+
+private:
+    COrvexDoc& m_doc;
+};
+
+// The update dialog as far as the job needs it: the status box, the bar,
+// and the moment the job is over. It can press Cancel when a chosen text
+// shows.
+class UpdateDialog : public CMessageTarget {
+public:
+    LRESULT OnWindowMessage(UINT message, WPARAM, LPARAM lParam) override {
+        switch (message) {
+        case UM_UPDATE_STATUS: {
+            CString text;
+            if (AfxGetAppContext().GetUpdateStatus(text) && !text.IsEmpty())
+                texts.push_back(text);
+            if (m_doc && text == m_cancelAt)
+                m_doc->CancelRadioUpdate();
+            break;
+        }
+        case UM_UPDATE_RANGE:
+            range = static_cast<int>(lParam);
+            break;
+        case UM_UPDATE_POS:
+            position = static_cast<int>(lParam);
+            break;
+        case UM_UPDATE_IDLE:
+            idle = true;
+            break;
+        }
+        return 0;
+    }
+    void CancelAt(COrvexDoc* doc, const CString& text) {
+        m_doc = doc;
+        m_cancelAt = text;
+    }
+
+    std::vector<CString> texts;
+    int range = -1;
+    int position = -1;
+    bool idle = false;
+
+private:
+    COrvexDoc* m_doc = nullptr;
+    CString m_cancelAt;
+};
+
+constexpr int kStations = 21000;
+
+const std::string& Directory() {
+    static const std::string document = StationDirectoryWriter().Document(kStations);
+    return document;
+}
+
+// An installed program: a start directory with the shipped name files and
+// default data files, a data home, a running application and a server.
+class RadioUpdateTest : public ::testing::Test {
+protected:
+    RadioUpdateTest() {
+        std::filesystem::create_directories(m_start);
+        for (const char* file : {"RadioBrowse_CC.txt", "RadioBrowse_LC.txt"}) {
+            std::filesystem::copy_file(std::string(ORVEX_SOURCE_ROOT) + "/deploy/" + file,
+                                       m_start + "/" + file);
+        }
+        for (const char* file :
+             {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
+            TempDir::Write(m_start + "/" + file, "");
+        m_cwd = std::make_unique<ScopedCurrentDir>(m_start);
+        m_env = std::make_unique<ScopedEnv>("XDG_DATA_HOME", m_root / "data");
+        m_app = std::make_unique<COrvexApp>();
+        m_app->SetFrameFactory([](COrvexDoc& doc) -> std::unique_ptr<IMainFrame> {
+            return std::make_unique<JobFrame>(doc);
+        });
+        EXPECT_TRUE(m_app->InitInstance());
+        m_doc = m_app->GetDocument();
+        m_doc->m_serverUrl = CString(m_server.Url(""));
+        if (m_doc->m_serverUrl.Right(1) == u"/")
+            m_doc->m_serverUrl.Truncate(m_doc->m_serverUrl.GetLength() - 1);
+        m_datFile = m_doc->m_dataFolder.ToUtf8() + "/RadioBrowse.dat";
+    }
+    ~RadioUpdateTest() override {
+        m_app.reset();
+        PumpMessages();
+    }
+
+    // The database the user has before the update, live and on disk.
+    void InstallOldDatabase() {
+        CRadioBrowseDb old;
+        CStation station;
+        station.m_name = u"Old Station";
+        station.m_url = u"http://old/stream";
+        old.m_stations.Add(station);
+        m_doc->m_radioDb.AssignTables(old);
+        ASSERT_TRUE(m_doc->SaveRadioDb());
+        m_oldBytes = TempDir::Read(m_datFile);
+    }
+
+    // Runs one job to its end; gives false when it didn't end in time.
+    bool RunJob(UpdateDialog& dialog) {
+        m_doc->StartRadioUpdate(dialog.GetSafeHwnd());
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(120);
+        while (!dialog.idle && std::chrono::steady_clock::now() < deadline)
+            PumpMessages(50);
+        return dialog.idle;
+    }
+
+    void ExpectNothingChanged() {
+        ASSERT_EQ(m_doc->m_radioDb.m_stations.GetSize(), 1);
+        EXPECT_EQ(m_doc->m_radioDb.m_stations[0].m_name, CString(u"Old Station"));
+        EXPECT_TRUE(m_doc->m_radioDb.m_tags.IsEmpty());
+        EXPECT_EQ(TempDir::Read(m_datFile), m_oldBytes);
+        EXPECT_FALSE(m_doc->m_hJobThread.IsRunning());
+        EXPECT_TRUE(m_doc->m_radioDbNew.m_stations.IsEmpty());
+        EXPECT_EQ(m_doc->m_hwndUpdateDlg, nullptr);
+    }
+
+    TempDir m_root;
+    std::string m_start = m_root / "start";
+    TestHttpServer m_server;
+    std::unique_ptr<ScopedCurrentDir> m_cwd;
+    std::unique_ptr<ScopedEnv> m_env;
+    MessageBoxRecorder m_boxes;
+    std::unique_ptr<COrvexApp> m_app;
+    COrvexDoc* m_doc = nullptr;
+    std::string m_datFile;
+    std::string m_oldBytes;
+};
+
+} // namespace
+
+TEST_F(RadioUpdateTest, AWholeUpdateInstallsAndStoresTheNewDatabase) {
+    m_server.Route("/xml/stations?limit=1000000", Directory());
+    InstallOldDatabase();
+    UpdateDialog dialog;
+    ASSERT_TRUE(RunJob(dialog));
+    ASSERT_EQ(m_server.RequestCount("/xml/stations"), 1);
+
+    const int stations = m_doc->m_radioDb.m_stations.GetSize();
+    EXPECT_GE(stations, RB_MIN_STATIONS);
+    CString count;
+    count.Format(CString(u"%d stations proccessed."), stations);
+    const std::vector<CString> expected = {
+        CString(u"Getting Radio Browser station data from RB server.\r\nPlease wait."),
+        CString(u"Connecting to Radio Browser server."),
+        CString(u"Downloading Radio Browser data.\r\nPlease wait."),
+        CString(u"Download complete."),
+        CString(u"Proccessing Radio Browser station data.\r\nPlease wait."),
+        count,
+        CString(u"Loading countries."),
+        CString(u"Setting country codes."),
+        CString(u"Building tag list."),
+        CString(u"Building states list."),
+        CString(u"Loading languages."),
+        CString(u"Copying Radio Browser data."),
+        CString(u"Radio Station Database update successfull.")};
+    EXPECT_EQ(dialog.texts, expected);
+    EXPECT_EQ(dialog.range, 30);
+    EXPECT_EQ(dialog.position, 0);
+    EXPECT_TRUE(m_boxes.Boxes().empty());
+
+    // Live and on disk at once, with every list derived.
+    EXPECT_TRUE(m_doc->m_radioDb.MeetsLimits());
+    CRadioBrowseDb stored;
+    ASSERT_TRUE(LoadRadioBrowseFile(stored, CString(m_datFile)));
+    EXPECT_TRUE(stored.m_stations == m_doc->m_radioDb.m_stations);
+    EXPECT_TRUE(stored.m_tags == m_doc->m_radioDb.m_tags);
+    EXPECT_TRUE(stored.m_states == m_doc->m_radioDb.m_states);
+    EXPECT_TRUE(stored.m_countries == m_doc->m_radioDb.m_countries);
+    EXPECT_TRUE(stored.m_languages == m_doc->m_radioDb.m_languages);
+    // The job's own tables and fields are gone.
+    EXPECT_TRUE(m_doc->m_radioDbNew.m_stations.IsEmpty());
+    EXPECT_FALSE(m_doc->m_hJobThread.IsRunning());
+    EXPECT_TRUE(m_doc->m_jobUrl.IsEmpty());
+    EXPECT_EQ(m_doc->m_hwndUpdateDlg, nullptr);
+    // The download stays where the job left it.
+    EXPECT_EQ(TempDir::Read(m_doc->m_dataFolder.ToUtf8() + "/results.txt"), Directory());
+}
+
+TEST_F(RadioUpdateTest, ACancelAtEachPointLeavesTheOldDatabase) {
+    InstallOldDatabase();
+    struct Point {
+        const char16_t* cancelAt;
+        std::vector<const char16_t*> after;
+    };
+    const Point points[] = {
+        {u"Getting Radio Browser station data from RB server.\r\nPlease wait.",
+         {u"Canceling download.", u"Building Stations failed.", u"Radio Database Update failed."}},
+        {u"Downloading Radio Browser data.\r\nPlease wait.",
+         {u"Canceling download.", u"Download canceled by user.", u"Building Stations failed.",
+          u"Radio Database Update failed."}},
+        {u"Proccessing Radio Browser station data.\r\nPlease wait.",
+         {u"Canceling Update.", u"Building Stations failed.", u"Radio Database Update failed."}},
+        {u"Loading countries.", {u"Canceling Update.", u"Radio Database Update failed."}},
+        {u"Setting country codes.", {u"Canceling Update.", u"Radio Database Update failed."}},
+        {u"Building tag list.", {u"Canceling Update.", u"Radio Database Update failed."}},
+        {u"Building states list.", {u"Canceling Update.", u"Radio Database Update failed."}},
+    };
+    for (const Point& point : points) {
+        SCOPED_TRACE(CString(point.cancelAt).ToUtf8());
+        // A slow answer where the cancel must land inside the transfer.
+        if (CString(point.cancelAt).Find(CString(u"Downloading")) == 0)
+            m_server.Trickle("/xml/stations?limit=1000000", Directory(), 64 * 1024, 20);
+        else
+            m_server.Route("/xml/stations?limit=1000000", Directory());
+        UpdateDialog dialog;
+        dialog.CancelAt(m_doc, CString(point.cancelAt));
+        ASSERT_TRUE(RunJob(dialog));
+        std::vector<CString> tail;
+        for (const char16_t* text : point.after)
+            tail.push_back(CString(text));
+        ASSERT_GE(dialog.texts.size(), tail.size());
+        EXPECT_EQ(std::vector<CString>(dialog.texts.end() - static_cast<long>(tail.size()),
+                                       dialog.texts.end()),
+                  tail);
+        ExpectNothingChanged();
+        // The server stays chosen for the next attempt.
+        EXPECT_FALSE(m_doc->m_serverUrl.IsEmpty());
+    }
+}
+
+TEST_F(RadioUpdateTest, FailuresChangeNothing) {
+    InstallOldDatabase();
+    // Too few stations for the limits.
+    m_server.Route("/xml/stations?limit=1000000", StationDirectoryWriter(3).Document(500));
+    UpdateDialog small;
+    ASSERT_TRUE(RunJob(small));
+    EXPECT_EQ(small.texts.back(), CString(u"Radio Database Update failed."));
+    EXPECT_EQ(small.texts[small.texts.size() - 2],
+              CString(u"Radio Browser data appears corrupt - update failed."));
+    ExpectNothingChanged();
+
+    // No station at all.
+    m_server.Route("/xml/stations?limit=1000000", "<result></result>");
+    UpdateDialog empty;
+    ASSERT_TRUE(RunJob(empty));
+    EXPECT_EQ(empty.texts[empty.texts.size() - 2], CString(u"Building Stations failed."));
+    ExpectNothingChanged();
+
+    // A server that is gone.
+    m_doc->m_serverUrl = u"http://127.0.0.1:1";
+    UpdateDialog gone;
+    ASSERT_TRUE(RunJob(gone));
+    EXPECT_EQ(gone.texts[gone.texts.size() - 3].Find(CString(u"Download Failed: Error ")), 0);
+    ExpectNothingChanged();
+    EXPECT_TRUE(m_boxes.Boxes().empty());
+}
+
+TEST_F(RadioUpdateTest, ASecondStartWhileAJobRunsStartsNothing) {
+    m_server.Trickle("/xml/stations?limit=1000000", Directory(), 256 * 1024, 10);
+    UpdateDialog dialog;
+    m_doc->StartRadioUpdate(dialog.GetSafeHwnd());
+    m_doc->StartRadioUpdate(dialog.GetSafeHwnd());
+    ASSERT_TRUE(RunJob(dialog));
+    EXPECT_EQ(m_server.RequestCount("/xml/stations"), 1);
+    // With no job, Cancel only sets the dialog back to idle.
+    UpdateDialog idle;
+    m_doc->m_hwndUpdateDlg = idle.GetSafeHwnd();
+    m_doc->CancelRadioUpdate();
+    PumpMessages();
+    EXPECT_TRUE(idle.idle);
+}
+
+TEST_F(RadioUpdateTest, ServersAreFoundOnceInTheList) {
+    const std::string list =
+        "[\n  {\"name\": \"de1.api.radio-browser.info\", \"ip\": \"1.2.3.4\"},\n"
+        "  {\"name\": \"de1.api.radio-browser.info\", \"ip\": \"::1\"},\n"
+        "  {\"name\": \"nl1.api.radio-browser.info\", \"ip\": \"5.6.7.8\"}\n]\n";
+    m_server.Route("/json/servers", list);
+    CString message;
+    CStringArray servers;
+    const CString results = m_doc->m_dataFolder + u"/results.txt";
+    ASSERT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
+                                          &servers),
+              2);
+    EXPECT_EQ(servers[0], CString(u"https://de1.api.radio-browser.info"));
+    EXPECT_EQ(servers[1], CString(u"https://nl1.api.radio-browser.info"));
+
+    // Fewer than four characters in front of the domain.
+    m_server.Route("/json/servers", "ab.api.radio-browser.info\"\n");
+    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
+                                          &servers),
+              0);
+    EXPECT_EQ(message, CString(u"CRadioBrowseDb GetServers - parsing error.\n"));
+    // The line ends right behind the domain.
+    m_server.Route("/json/servers", "xxxx.api.radio-browser.info\n");
+    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
+                                          &servers),
+              0);
+    EXPECT_EQ(message, CString(u"CRadioBrowseDb GetServers - parsing error.\n"));
+    m_server.Route("/json/servers", "[]\n");
+    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
+                                          &servers),
+              0);
+    EXPECT_EQ(message, CString(u"ERROR CRadioBrowseDb GetServers - no server urls gotten.\n"));
+    m_server.Route("/json/servers", std::string(2048, ' '));
+    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
+                                          &servers),
+              0);
+    EXPECT_EQ(message, CString(u"ERROR CRadioBrowseDb GetServers - no server urls gotten.\n"));
+    m_server.Route("/json/servers", std::string(2049, ' '));
+    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
+                                          &servers),
+              0);
+    CString tooLong;
+    tooLong.Format(CString(u"CRadioBrowseDb GetServers - file %s is too long.\n"), results);
+    EXPECT_EQ(message, tooLong);
+
+    // Discovery happens once per process: a chosen server is kept.
+    m_doc->m_serverUrl.Empty();
+    m_doc->m_serverListUrl = CString(m_server.Url("/json/servers"));
+    m_server.Route("/json/servers", list);
+    ASSERT_TRUE(m_doc->ChooseRadioServer());
+    const CString chosen = m_doc->m_serverUrl;
+    EXPECT_TRUE(chosen == CString(u"https://de1.api.radio-browser.info") ||
+                chosen == CString(u"https://nl1.api.radio-browser.info"));
+    const int before = m_server.RequestCount("/json/servers");
+    ASSERT_TRUE(m_doc->ChooseRadioServer());
+    EXPECT_EQ(m_server.RequestCount("/json/servers"), before);
+    EXPECT_EQ(m_doc->m_serverUrl, chosen);
+}
+
+TEST_F(RadioUpdateTest, AnUnreachableServerListIsReportedInABox) {
+    m_doc->m_serverUrl.Empty();
+    m_doc->m_serverListUrl = u"http://127.0.0.1:1/json/servers";
+    EXPECT_FALSE(m_doc->ChooseRadioServer());
+    ASSERT_EQ(m_boxes.Texts().size(), 1u);
+    EXPECT_EQ(m_boxes.Texts()[0].Find(CString(u"Could not connect to Radio Browser server: ")), 0);
+    EXPECT_TRUE(m_doc->m_serverUrl.IsEmpty());
+}
+
+TEST_F(RadioUpdateTest, StartUpLoadsTheRadioDatabaseOfTheDataFolder) {
+    InstallOldDatabase();
+    m_app.reset();
+    m_app = std::make_unique<COrvexApp>();
+    ASSERT_TRUE(m_app->InitInstance());
+    ASSERT_EQ(m_app->GetDocument()->m_radioDb.m_stations.GetSize(), 1);
+    EXPECT_EQ(m_app->GetDocument()->m_radioDb.m_stations[0].m_name, CString(u"Old Station"));
+}
+
+TEST_F(RadioUpdateTest, ADocumentThatGoesStopsItsJobFirst) {
+    m_server.Trickle("/xml/stations?limit=1000000", Directory(), 16 * 1024, 20);
+    InstallOldDatabase();
+    UpdateDialog dialog;
+    m_doc->StartRadioUpdate(dialog.GetSafeHwnd());
+    ASSERT_TRUE(m_doc->m_hJobThread.IsRunning());
+    ASSERT_TRUE(m_server.WaitForRequest("/xml/stations", 10000));
+    // The job is asked to stop and waited for; nothing it had is installed.
+    const auto start = std::chrono::steady_clock::now();
+    m_app.reset();
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+    EXPECT_EQ(TempDir::Read(m_datFile), m_oldBytes);
+}

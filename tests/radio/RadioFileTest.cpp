@@ -1,0 +1,189 @@
+#include <gtest/gtest.h>
+
+#include "radio/RadioBrowseDb.h"
+#include "tests/radio/RadioTestSupport.h"
+#include "tests/support/MessageBoxRecorder.h"
+#include "tests/support/TempDir.h"
+
+namespace {
+
+void FillSmall(CRadioBrowseDb& db) {
+    db.m_stations.Add(MakeStation(u"A", u"u", u"US", u"", u"en", u"", 5, -1));
+    CCountryCode country;
+    country.m_name = u"Chad";
+    country.m_code = u"TD";
+    country.m_used = 1;
+    db.m_countries.Add(country);
+    CTag tag;
+    tag.m_name = u"pop";
+    tag.m_count = 80;
+    db.m_tags.Add(tag);
+    CState state;
+    state.m_name = u"Ohio";
+    state.m_countryCode = u"US";
+    state.m_count = 2;
+    db.m_states.Add(state);
+    CLanguageCode language;
+    language.m_name = u"English";
+    language.m_code = u"en";
+    db.m_languages.Add(language);
+}
+
+// The file of FillSmall, from the format tables: schema, then stations,
+// countries, tags, states, languages, each a count and its records.
+std::string SmallFileBytes() {
+    return Int32(1) + Int32(1) + WideField("A") + WideField("u") + WideField("US") + WideField("") +
+           WideField("en") + WideField("") + Int32(5) + Int32(-1) + Int32(1) + WideField("Chad") +
+           WideField("TD") + Int32(1) + Int32(1) + WideField("pop") + Int32(80) + Int32(1) +
+           WideField("Ohio") + WideField("US") + Int32(2) + Int32(1) + WideField("English") +
+           WideField("en") + Int32(0);
+}
+
+bool SameTables(const CRadioBrowseDb& a, const CRadioBrowseDb& b) {
+    return a.m_stations == b.m_stations && a.m_countries == b.m_countries && a.m_tags == b.m_tags &&
+           a.m_states == b.m_states && a.m_languages == b.m_languages;
+}
+
+} // namespace
+
+TEST(RadioBrowseFile, WritesTheSectionsInFileOrderByteForByte) {
+    TempDir dir;
+    CRadioBrowseDb db;
+    FillSmall(db);
+    ASSERT_TRUE(SaveRadioBrowseFile(db, dir.File("RadioBrowse.dat")));
+    EXPECT_EQ(TempDir::Read(dir / "RadioBrowse.dat"), SmallFileBytes());
+}
+
+TEST(RadioBrowseFile, EmptyTablesAreSchemaAndFiveZeroCounts) {
+    TempDir dir;
+    CRadioBrowseDb db;
+    ASSERT_TRUE(SaveRadioBrowseFile(db, dir.File("RadioBrowse.dat")));
+    EXPECT_EQ(TempDir::Read(dir / "RadioBrowse.dat"),
+              Int32(1) + Int32(0) + Int32(0) + Int32(0) + Int32(0) + Int32(0));
+}
+
+TEST(RadioBrowseFile, RoundTripKeepsEveryFieldAndOrder) {
+    TempDir dir;
+    CRadioBrowseDb db;
+    FillSmall(db);
+    db.m_stations.Add(MakeStation(u"!!Playlist: \u00C3\u00A9 x", u"http://h/a.pls", u"Germany",
+                                  u" ", u"de,en", u"a,b", -7, 2147483647));
+    ASSERT_TRUE(SaveRadioBrowseFile(db, dir.File("RadioBrowse.dat")));
+    CRadioBrowseDb loaded;
+    MessageBoxRecorder boxes;
+    ASSERT_TRUE(LoadRadioBrowseFile(loaded, dir.File("RadioBrowse.dat")));
+    EXPECT_TRUE(SameTables(db, loaded));
+    EXPECT_TRUE(boxes.Boxes().empty());
+}
+
+TEST(RadioBrowseFile, ReaderTakesGoldenBytesAndNarrowStrings) {
+    TempDir dir;
+    std::string bytes = SmallFileBytes();
+    // The station's name "A" in the single-byte form: a length byte, the text.
+    const std::string wideName = WideField("A");
+    bytes.replace(8, wideName.size(), Bytes({1, 'A'}));
+    TempDir::Write(dir / "RadioBrowse.dat", bytes);
+    CRadioBrowseDb expected;
+    FillSmall(expected);
+    CRadioBrowseDb loaded;
+    ASSERT_TRUE(LoadRadioBrowseFile(loaded, dir.File("RadioBrowse.dat")));
+    EXPECT_TRUE(SameTables(expected, loaded));
+}
+
+TEST(RadioBrowseFile, OtherSchemaShowsItsMessageAndLeavesTablesEmpty) {
+    TempDir dir;
+    std::string bytes = SmallFileBytes();
+    bytes[0] = 2;
+    TempDir::Write(dir / "RadioBrowse.dat", bytes);
+    MessageBoxRecorder boxes;
+    CRadioBrowseDb db;
+    EXPECT_FALSE(LoadRadioBrowseFile(db, dir.File("RadioBrowse.dat")));
+    ASSERT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_EQ(boxes.Boxes()[0].text, CString(u"RB data wrong schema."));
+    EXPECT_EQ(boxes.Boxes()[0].caption, CString(u"Orvex Application"));
+    EXPECT_EQ(boxes.Boxes()[0].type, MB_ICONINFORMATION);
+    EXPECT_TRUE(db.m_stations.IsEmpty());
+    EXPECT_TRUE(db.m_languages.IsEmpty());
+}
+
+TEST(RadioBrowseFile, EmptyFileFailsWithoutAWord) {
+    TempDir dir;
+    TempDir::Write(dir / "RadioBrowse.dat", "");
+    MessageBoxRecorder boxes;
+    CRadioBrowseDb db;
+    EXPECT_FALSE(LoadRadioBrowseFile(db, dir.File("RadioBrowse.dat")));
+    EXPECT_TRUE(boxes.Boxes().empty());
+}
+
+TEST(RadioBrowseFile, MissingFileAndCutFileReportAndKeepWhatWasRead) {
+    TempDir dir;
+    MessageBoxRecorder boxes;
+    CRadioBrowseDb db;
+    EXPECT_FALSE(LoadRadioBrowseFile(db, dir.File("none.dat")));
+    ASSERT_EQ(boxes.Boxes().size(), 1u);
+
+    // Cut inside the tag section: stations and countries stand, tags don't.
+    std::string bytes = SmallFileBytes();
+    const size_t tagsAt = bytes.find(WideField("pop"));
+    TempDir::Write(dir / "cut.dat", bytes.substr(0, tagsAt + 3));
+    boxes.Clear();
+    EXPECT_FALSE(LoadRadioBrowseFile(db, dir.File("cut.dat")));
+    EXPECT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_EQ(db.m_stations.GetSize(), 1);
+    EXPECT_EQ(db.m_countries.GetSize(), 1);
+    EXPECT_TRUE(db.m_tags.IsEmpty());
+}
+
+TEST(RadioBrowseFile, HugeCountsCostNoMoreThanTheFileHolds) {
+    TempDir dir;
+    TempDir::Write(dir / "RadioBrowse.dat", Int32(1) + Int32(0x7FFFFFFF) + WideField("A"));
+    MessageBoxRecorder boxes;
+    CRadioBrowseDb db;
+    EXPECT_FALSE(LoadRadioBrowseFile(db, dir.File("RadioBrowse.dat")));
+    EXPECT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_TRUE(db.m_stations.IsEmpty());
+}
+
+TEST(RadioBrowseDb, AssignTablesCopiesTheFiveTablesOnly) {
+    CRadioBrowseDb source;
+    FillSmall(source);
+    source.m_bFindName = TRUE;
+    source.m_results.Add(source.m_stations[0]);
+    CRadioBrowseDb target;
+    target.m_stations.Add(MakeStation(u"old", u"o", u"", u"", u"", u""));
+    target.AssignTables(source);
+    EXPECT_TRUE(SameTables(source, target));
+    EXPECT_FALSE(target.m_bFindName);
+    EXPECT_TRUE(target.m_results.IsEmpty());
+    target.AssignTables(target);
+    EXPECT_TRUE(SameTables(source, target));
+    target.ClearTables();
+    EXPECT_TRUE(target.m_stations.IsEmpty());
+    EXPECT_TRUE(target.m_countries.IsEmpty());
+    EXPECT_TRUE(target.m_tags.IsEmpty());
+    EXPECT_TRUE(target.m_states.IsEmpty());
+    EXPECT_TRUE(target.m_languages.IsEmpty());
+}
+
+TEST(RadioBrowseDb, SetUsedMarksOnlyTheFirstRecordOfACode) {
+    CCountryCodeArray countries;
+    for (const char16_t* name : {u"One", u"Two"}) {
+        CCountryCode c;
+        c.m_name = name;
+        c.m_code = u"XX";
+        countries.Add(c);
+    }
+    EXPECT_TRUE(countries.SetUsed(CString(u"XX")));
+    EXPECT_FALSE(countries.SetUsed(CString(u"XX")));
+    EXPECT_FALSE(countries.SetUsed(CString(u"xx")));
+    EXPECT_EQ(countries[0].m_used, 1);
+    EXPECT_EQ(countries[1].m_used, 0);
+}
+
+TEST(RadioBrowseDb, FindNoCaseComparesInUpperCase) {
+    CRadioBrowseDb db;
+    EXPECT_EQ(db.FindNoCase(CString(u"Radio Paradise"), CString(u"PARA")), 6);
+    EXPECT_EQ(db.FindNoCase(CString(u"caf\u00E9"), CString(u"\u00C9")), 3);
+    EXPECT_EQ(db.FindNoCase(CString(u"abc"), CString(u"x")), -1);
+    EXPECT_EQ(db.FindNoCase(CString(u"abc"), CString()), 0);
+}
