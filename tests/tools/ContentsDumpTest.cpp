@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <sys/wait.h>
-
 #include "app/OrvexDoc.h"
 #include "tests/contents/TreeBuilder.h"
+#include "tests/support/OrvexctlRun.h"
 #include "tests/support/TempDir.h"
 
 namespace {
@@ -14,23 +12,11 @@ struct Result {
     std::string out;
 };
 
-// Runs the staged orvexctl with a shell command line; standard error goes
-// into the output behind standard output.
+// What orvexctl printed, its messages (standard error) first.
 Result RunCtl(const std::string& arguments) {
-    const char* stage = getenv("ORVEX_STAGE_DIR");
-    const std::string command =
-        std::string(stage ? stage : ".") + "/orvexctl " + arguments + " 2>&1";
-    Result result{-1, {}};
-    FILE* pipe = popen(command.c_str(), "r");
-    if (!pipe)
-        return result;
-    char buffer[4096];
-    size_t n;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0)
-        result.out.append(buffer, n);
-    const int status = pclose(pipe);
-    result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return result;
+    static TempDir startDir;
+    const CtlRun run = Orvexctl(startDir, arguments);
+    return {run.exitCode, run.err + run.out};
 }
 
 } // namespace
