@@ -51,6 +51,24 @@ GstPadProbeReturn OfferPushOnly(GstPad*, GstPadProbeInfo* info, gpointer) {
     return GST_PAD_PROBE_HANDLED;
 }
 
+// A failed search for streams is this filter's failure: the upstream
+// filter's source just stops, quietly, instead of raising a data flow error
+// of its own.
+GstFlowReturn ShieldUpstream(GstObject* parent, GstFlowReturn flow) {
+    CLavSplitter* owner = reinterpret_cast<OrvexSplitterBin*>(parent)->owner;
+    if (flow == GST_FLOW_ERROR && owner && owner->SearchFailed())
+        return GST_FLOW_FLUSHING;
+    return flow;
+}
+
+GstFlowReturn ChainInput(GstPad* pad, GstObject* parent, GstBuffer* buffer) {
+    return ShieldUpstream(parent, gst_proxy_pad_chain_default(pad, parent, buffer));
+}
+
+GstFlowReturn ChainInputList(GstPad* pad, GstObject* parent, GstBufferList* list) {
+    return ShieldUpstream(parent, gst_proxy_pad_chain_list_default(pad, parent, list));
+}
+
 GstElement* NewSplitterBin() {
     return GST_ELEMENT(g_object_new(orvex_splitter_bin_get_type(), "name", "lavsplitter", nullptr));
 }
@@ -65,6 +83,8 @@ CLavSplitter::CLavSplitter() : CLavSplitterStreams(NewSplitterBin()) {
     reinterpret_cast<OrvexSplitterBin*>(m_bin)->owner = this;
     GstPad* input = gst_ghost_pad_new_no_target("Input", GST_PAD_SINK);
     gst_pad_add_probe(input, GST_PAD_PROBE_TYPE_QUERY_UPSTREAM, OfferPushOnly, nullptr, nullptr);
+    gst_pad_set_chain_function(input, ChainInput);
+    gst_pad_set_chain_list_function(input, ChainInputList);
     m_input = AddPin(u"Input", PINDIR_INPUT, input, MEDIATYPE_Stream);
 }
 
@@ -80,6 +100,13 @@ bool CLavSplitter::AcceptsMajor(CGstPin* pin, REFGUID) {
     return pin == m_input;
 }
 
+std::vector<GstCaps*> CLavSplitter::OfferedCaps(CGstPin* pin) {
+    // Whatever container comes in, the input stays a byte stream.
+    if (pin == m_input)
+        return {nullptr};
+    return CLavSplitterStreams::OfferedCaps(pin);
+}
+
 bool CLavSplitter::ClaimError() {
     std::lock_guard<std::mutex> lock(m_searchLock);
     if (m_search != Search::Running && m_search != Search::Failed)
@@ -87,6 +114,11 @@ bool CLavSplitter::ClaimError() {
     m_search = Search::Failed;
     m_searchDone.notify_all();
     return true;
+}
+
+bool CLavSplitter::SearchFailed() {
+    std::lock_guard<std::mutex> lock(m_searchLock);
+    return m_search == Search::Failed;
 }
 
 void CLavSplitter::OnAllStreamsFound() {
@@ -98,8 +130,8 @@ void CLavSplitter::OnAllStreamsFound() {
 
 HRESULT CLavSplitter::AwaitStreams() {
     std::unique_lock<std::mutex> lock(m_searchLock);
-    bool ended = m_searchDone.wait_for(lock, kSearchTimeout,
-                                       [this] { return m_search != Search::Running; });
+    bool ended =
+        m_searchDone.wait_for(lock, kSearchTimeout, [this] { return m_search != Search::Running; });
     if (!ended) {
         m_search = Search::Failed;
         return VFW_E_TIMEOUT;
@@ -111,7 +143,7 @@ HRESULT CLavSplitter::OnReceiveConnection(CGstPin* pin, IPin* connector, GstCaps
     if (pin != m_input)
         return VFW_E_TYPE_NOT_ACCEPTED;
     // The streams are looked for once; a filter that has searched is done.
-    if (m_demuxer)
+    if (m_searched)
         return VFW_E_WRONG_STATE;
     IGstPin* other = nullptr;
     if (FAILED(connector->QueryInterface(IID_IGstPin, reinterpret_cast<void**>(&other))))
@@ -127,6 +159,7 @@ HRESULT CLavSplitter::OnReceiveConnection(CGstPin* pin, IPin* connector, GstCaps
     m_demuxer = MakeDemuxer("decodebin");
     if (!m_demuxer)
         return E_FAIL;
+    m_searched = true;
     gst_bin_add(GST_BIN(m_bin), m_demuxer);
     GstPad* sink = gst_element_get_static_pad(m_demuxer, "sink");
     gst_ghost_pad_set_target(GST_GHOST_PAD(m_input->GetPad()), sink);
@@ -155,6 +188,6 @@ void CLavSplitter::DropDemuxer(GstPad* upstream) {
     gst_ghost_pad_set_target(GST_GHOST_PAD(m_input->GetPad()), nullptr);
     ReleaseStreams();
     gst_bin_remove(GST_BIN(m_bin), m_demuxer);
-    // The search stays failed, so that a late error is still its own; the
-    // demuxer is not made again.
+    m_demuxer = nullptr;
+    // The search stays failed, so that a late error is still its own.
 }

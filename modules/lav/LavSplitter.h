@@ -14,10 +14,12 @@ public:
 
     bool AcceptsMajor(CGstPin* pin, REFGUID major) override;
     HRESULT OnReceiveConnection(CGstPin* pin, IPin* connector, GstCaps* caps) override;
+    std::vector<GstCaps*> OfferedCaps(CGstPin* pin) override;
 
     // From the bin, on the thread that posts it: whether the error belongs
     // to the search for streams, which then fails, rather than to the graph.
     bool ClaimError();
+    bool SearchFailed();
 
 protected:
     void OnAllStreamsFound() override;
@@ -29,7 +31,8 @@ private:
     void DropDemuxer(GstPad* upstream);
 
     CGstPin* m_input;
-    GstElement* m_demuxer = nullptr;
+    GstElement* m_demuxer = nullptr; // owned by the bin
+    bool m_searched = false;
     std::mutex m_searchLock;
     std::condition_variable m_searchDone;
     Search m_search = Search::Idle; // under m_searchLock

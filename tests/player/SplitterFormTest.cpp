@@ -7,16 +7,27 @@
 namespace {
 
 // An upstream filter of the kind the graph is built from: a file's bytes on
-// a pin named "Output", held back until that pin is linked.
+// a pin named "Output", held back until that pin is linked, and described by
+// the caps given, if any.
 class CByteStreamSource : public CGstFilter {
 public:
-    explicit CByteStreamSource(const std::string& path) : CGstFilter("bytestreamsource") {
+    explicit CByteStreamSource(const std::string& path, const char* caps = nullptr)
+        : CGstFilter("bytestreamsource") {
         GstElement* source = gst_element_factory_make("filesrc", nullptr);
         g_object_set(source, "location", path.c_str(), nullptr);
         gst_bin_add(GST_BIN(m_bin), source);
+        if (caps) {
+            GstElement* filter = gst_element_factory_make("capsfilter", nullptr);
+            GstCaps* stated = gst_caps_from_string(caps);
+            g_object_set(filter, "caps", stated, nullptr);
+            gst_caps_unref(stated);
+            gst_bin_add(GST_BIN(m_bin), filter);
+            gst_element_link(source, filter);
+            source = filter;
+        }
         m_pad = gst_element_get_static_pad(source, "src");
-        m_hold = gst_pad_add_probe(m_pad, GST_PAD_PROBE_TYPE_BLOCK_DOWNSTREAM, Hold, nullptr,
-                                   nullptr);
+        m_hold =
+            gst_pad_add_probe(m_pad, GST_PAD_PROBE_TYPE_BLOCK_DOWNSTREAM, Hold, nullptr, nullptr);
         GstPad* ghost = gst_ghost_pad_new("Output", m_pad);
         g_signal_connect(ghost, "linked", G_CALLBACK(OnLinked), this);
         AddPin(u"Output", PINDIR_OUTPUT, ghost, MEDIATYPE_Stream);
@@ -89,17 +100,15 @@ protected:
         EXPECT_EQ(0u, m_graph->Release());
     }
 
-    static CString Module(const char* name) {
-        return CString(StagedStartDir() + "/LAV/" + name);
-    }
+    static CString Module(const char* name) { return CString(StagedStartDir() + "/LAV/" + name); }
 
     // The upstream filter and the splitter form in the graph, as the CD
     // graph puts them, and the one connection between them.
-    HRESULT ConnectSplitter(const std::string& path) {
-        m_upstream = new CByteStreamSource(path);
+    HRESULT ConnectSplitter(const std::string& path, const char* caps = nullptr) {
+        m_upstream = new CByteStreamSource(path, caps);
         EXPECT_EQ(S_OK, m_graph->AddFilter(m_upstream, u"Byte Stream"));
-        EXPECT_EQ(S_OK, m_player.CreateObjectFromPath(Module("LAVSplitter_1.ax"),
-                                                      CLSID_LAVSplitter, &m_splitter));
+        EXPECT_EQ(S_OK, m_player.CreateObjectFromPath(Module("LAVSplitter_1.ax"), CLSID_LAVSplitter,
+                                                      &m_splitter));
         if (!m_splitter)
             return E_FAIL;
         ILAVFSettings* settings = nullptr;
@@ -180,8 +189,8 @@ TEST_F(SplitterFormTest, BeforeItsInputIsConnectedOnlyTheInputPinIsThere) {
     IPin* pin = nullptr;
     EXPECT_EQ(E_FAIL, CMediaPlayer::GetPin(m_splitter, PINDIR_OUTPUT, MEDIATYPE_Audio, &pin));
     IFileSourceFilter* source = nullptr;
-    EXPECT_EQ(E_NOINTERFACE, m_splitter->QueryInterface(IID_IFileSourceFilter,
-                                                        reinterpret_cast<void**>(&source)));
+    EXPECT_EQ(E_NOINTERFACE,
+              m_splitter->QueryInterface(IID_IFileSourceFilter, reinterpret_cast<void**>(&source)));
     // Out of a graph there is nothing to take the bytes from.
     CByteStreamSource* upstream = new CByteStreamSource(TestMedia::Get().audio);
     IPin* out = nullptr;
@@ -203,7 +212,9 @@ TEST_F(SplitterFormTest, WaveBytesGiveAnAudioPinThatPlaysToTheEnd) {
                             "audio/x-raw,format=S16LE,rate=44100,channels=2 ! wavenc ! "
                             "filesink location=" +
                             wave));
-    ASSERT_EQ(S_OK, ConnectSplitter(wave));
+    // The upstream pin says what it carries, as a disc's source does: a
+    // container type, which the input takes as a byte stream.
+    ASSERT_EQ(S_OK, ConnectSplitter(wave, "audio/x-wav"));
     EXPECT_EQ((std::vector<std::string>{"Input", "Audio"}), PinNames(m_splitter));
     IPin* audio = nullptr;
     ASSERT_EQ(S_OK, CMediaPlayer::GetPin(m_splitter, PINDIR_OUTPUT, MEDIATYPE_Audio, &audio));
@@ -245,7 +256,16 @@ TEST_F(SplitterFormTest, BytesWithNothingPlayableFailTheConnectionQuietly) {
     TempDir dir;
     std::string empty = dir / "empty.cda";
     TempDir::Write(empty, "");
-    for (const std::string& path : {TestMedia::Get().corrupt, empty}) {
+    // More noise than the type search ever looks at.
+    std::string noise = dir / "noise.cda";
+    std::string bytes(1 << 20, '\0');
+    uint32_t state = 12345;
+    for (char& c : bytes) {
+        state = state * 1664525u + 1013904223u;
+        c = static_cast<char>(state >> 24);
+    }
+    TempDir::Write(noise, bytes);
+    for (const std::string& path : {TestMedia::Get().corrupt, empty, noise}) {
         SCOPED_TRACE(path);
         auto start = std::chrono::steady_clock::now();
         EXPECT_EQ(VFW_E_UNKNOWN_FILE_TYPE, ConnectSplitter(path));
