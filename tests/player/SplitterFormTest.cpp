@@ -49,21 +49,6 @@ private:
     std::atomic<gulong> m_hold;
 };
 
-// The caps text of the first media type a pin offers.
-std::string OfferedCaps(IPin* pin) {
-    IEnumMediaTypes* types = nullptr;
-    std::string text;
-    if (SUCCEEDED(pin->EnumMediaTypes(&types))) {
-        AM_MEDIA_TYPE* mt = nullptr;
-        ULONG got = 0;
-        if (types->Next(1, &mt, &got) == S_OK && mt->cbFormat)
-            text = reinterpret_cast<const char*>(mt->pbFormat);
-        DeleteMediaType(mt);
-        types->Release();
-    }
-    return text;
-}
-
 std::vector<std::string> PinNames(IBaseFilter* filter) {
     std::vector<std::string> names;
     IEnumPins* pins = nullptr;
