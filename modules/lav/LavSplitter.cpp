@@ -182,12 +182,18 @@ HRESULT CLavSplitter::OnReceiveConnection(CGstPin* pin, IPin* connector, GstCaps
 }
 
 void CLavSplitter::DropDemuxer(GstPad* upstream) {
+    {
+        // The search stays failed, so that a late error is still its own.
+        std::lock_guard<std::mutex> lock(m_searchLock);
+        m_search = Search::Failed;
+    }
+    // Stopped before it is unlinked, the upstream meets a flushing pad and
+    // pauses quietly, where an unlinked one would raise an error.
+    gst_element_set_state(m_demuxer, GST_STATE_NULL);
     if (GST_PAD_PEER(m_input->GetPad()) == upstream)
         gst_pad_unlink(upstream, m_input->GetPad());
-    gst_element_set_state(m_demuxer, GST_STATE_NULL);
     gst_ghost_pad_set_target(GST_GHOST_PAD(m_input->GetPad()), nullptr);
     ReleaseStreams();
     gst_bin_remove(GST_BIN(m_bin), m_demuxer);
     m_demuxer = nullptr;
-    // The search stays failed, so that a late error is still its own.
 }
