@@ -63,7 +63,7 @@ CLavDecoder::~CLavDecoder() {
         gst_caps_unref(m_inputCaps);
 }
 
-HRESULT CLavDecoder::OnReceiveConnection(CGstPin* pin, GstCaps* caps) {
+HRESULT CLavDecoder::OnReceiveConnection(CGstPin* pin, IPin*, GstCaps* caps) {
     if (pin != m_input || !caps || gst_caps_get_size(caps) == 0)
         return VFW_E_TYPE_NOT_ACCEPTED;
     if (!(MajorTypeOfCaps(caps) == m_major) || !Accepts(caps))

@@ -11,7 +11,7 @@ public:
     CLavDecoder(const char* name, REFGUID major);
     ~CLavDecoder() override;
 
-    HRESULT OnReceiveConnection(CGstPin* pin, GstCaps* caps) override;
+    HRESULT OnReceiveConnection(CGstPin* pin, IPin* connector, GstCaps* caps) override;
     void OnDisconnect(CGstPin* pin) override;
     std::vector<GstCaps*> OfferedCaps(CGstPin* pin) override;
 

@@ -1,4 +1,6 @@
-// LAVSplitter_1.ax: the splitter source.
+// LAVSplitter_1.ax: the splitter, as a source of its own and as a filter
+// behind another source.
+#include "modules/lav/LavSplitter.h"
 #include "modules/lav/LavSplitterSource.h"
 #include "modules/lav/ModuleExport.h"
 
@@ -6,6 +8,7 @@ namespace {
 
 const ModuleClass kClasses[] = {
     {&CLSID_LAVSplitterSource, &NewLavSplitterSource},
+    {&CLSID_LAVSplitter, &NewLavSplitter},
 };
 
 } // namespace

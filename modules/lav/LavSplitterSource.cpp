@@ -1,7 +1,5 @@
 #include "modules/lav/LavSplitterSource.h"
 
-#include <cstring>
-
 namespace {
 
 // How long opening may take before the source gives up: network sources
@@ -9,38 +7,13 @@ namespace {
 constexpr GstClockTime kLoadTimeout = 30 * GST_SECOND;
 constexpr const char* kReadyMessage = "orvex-splitter-ready";
 
-// Decoders are left to the decoder filters: the splitter stops at parsed,
-// compressed streams.
-int OnAutoplugSelect(GstElement*, GstPad*, GstCaps*, GstElementFactory* factory, gpointer) {
-    const char* klass = gst_element_factory_get_metadata(factory, GST_ELEMENT_METADATA_KLASS);
-    if (klass && strstr(klass, "Decoder") && !strstr(klass, "Depayloader") &&
-        !strstr(klass, "Demuxer"))
-        return 1; // expose
-    return 0;     // try
-}
-
-GstPadProbeReturn HoldData(GstPad*, GstPadProbeInfo*, gpointer) {
-    return GST_PAD_PROBE_OK;
-}
-
-GstPadProbeReturn DropData(GstPad*, GstPadProbeInfo*, gpointer) {
-    return GST_PAD_PROBE_DROP;
-}
-
-std::u16string PinName(const char* base, int index) {
-    std::string name = base;
-    if (index > 0)
-        name += " " + std::to_string(index + 1);
-    return std::u16string(name.begin(), name.end());
-}
-
 } // namespace
 
 IUnknown* NewLavSplitterSource() {
     return static_cast<IBaseFilter*>(new CLavSplitterSource);
 }
 
-CLavSplitterSource::CLavSplitterSource() : CGstFilter("lavsplittersource") {}
+CLavSplitterSource::CLavSplitterSource() : CLavSplitterStreams("lavsplittersource") {}
 
 CLavSplitterSource::~CLavSplitterSource() {
     Unload();
@@ -49,69 +22,24 @@ CLavSplitterSource::~CLavSplitterSource() {
 HRESULT CLavSplitterSource::QueryOther(REFIID riid, void** ppv) {
     if (riid == IID_IFileSourceFilter)
         *ppv = static_cast<IFileSourceFilter*>(this);
-    else if (riid == IID_ILAVFSettings)
-        *ppv = static_cast<ILAVFSettings*>(this);
-    else {
-        *ppv = nullptr;
-        return E_NOINTERFACE;
-    }
+    else
+        return CLavSplitterStreams::QueryOther(riid, ppv);
     AddRef();
-    return S_OK;
-}
-
-HRESULT CLavSplitterSource::SetRuntimeConfig(BOOL runtime) {
-    m_runtimeConfig = runtime;
     return S_OK;
 }
 
 void CLavSplitterSource::Unload() {
     gst_element_set_state(m_bin, GST_STATE_NULL);
-    std::lock_guard<std::mutex> lock(m_streamLock);
-    for (HeldStream& s : m_streams) {
-        if (s.probe)
-            gst_pad_remove_probe(s.pad, s.probe);
-        gst_object_unref(s.pad);
-    }
-    m_streams.clear();
+    ReleaseStreams();
     if (m_loadBus) {
         gst_object_unref(m_loadBus);
         m_loadBus = nullptr;
     }
 }
 
-void CLavSplitterSource::OnPadAdded(GstElement*, GstPad* pad, gpointer data) {
-    auto* self = static_cast<CLavSplitterSource*>(data);
-    GstCaps* caps = PadCaps(pad);
-    const GUID& major = MajorTypeOfCaps(caps);
-    if (caps)
-        gst_caps_unref(caps);
-    // One lock over the whole, so that the graph's first run either sees
-    // this stream held or the stream sees the graph running.
-    std::lock_guard<std::mutex> lock(self->m_streamLock);
-    std::u16string name;
-    if (major == MEDIATYPE_Video)
-        name = PinName("Video", self->m_videoCount++);
-    else if (major == MEDIATYPE_Audio)
-        name = PinName("Audio", self->m_audioCount++);
-    else
-        name = PinName("Stream", self->m_otherCount++);
-    // A stream that turns up once the graph runs has nothing to connect to.
-    gulong probe = 0;
-    if (self->m_running)
-        gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_DATA_DOWNSTREAM, DropData, nullptr, nullptr);
-    else
-        probe =
-            gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_BLOCK_DOWNSTREAM, HoldData, nullptr, nullptr);
-    std::string narrow(name.begin(), name.end());
-    GstPad* ghost = gst_ghost_pad_new(narrow.c_str(), pad);
-    CGstPin* pin = self->AddPin(name, PINDIR_OUTPUT, ghost, major);
-    self->m_streams.push_back({GST_PAD(gst_object_ref(pad)), probe, pin});
-}
-
-void CLavSplitterSource::OnNoMorePads(GstElement*, gpointer data) {
-    auto* self = static_cast<CLavSplitterSource*>(data);
+void CLavSplitterSource::OnAllStreamsFound() {
     GstStructure* s = gst_structure_new_empty(kReadyMessage);
-    gst_element_post_message(self->m_bin, gst_message_new_application(GST_OBJECT(self->m_bin), s));
+    gst_element_post_message(m_bin, gst_message_new_application(GST_OBJECT(m_bin), s));
 }
 
 HRESULT CLavSplitterSource::Load(LPCOLESTR fileName, const AM_MEDIA_TYPE*) {
@@ -130,16 +58,13 @@ HRESULT CLavSplitterSource::Load(LPCOLESTR fileName, const AM_MEDIA_TYPE*) {
     if (!uri)
         return E_INVALIDARG;
 
-    m_decode = gst_element_factory_make("uridecodebin", nullptr);
+    m_decode = MakeDemuxer("uridecodebin");
     if (!m_decode) {
         g_free(uri);
         return E_FAIL;
     }
     g_object_set(m_decode, "uri", uri, nullptr);
     g_free(uri);
-    g_signal_connect(m_decode, "autoplug-select", G_CALLBACK(OnAutoplugSelect), this);
-    g_signal_connect(m_decode, "pad-added", G_CALLBACK(OnPadAdded), this);
-    g_signal_connect(m_decode, "no-more-pads", G_CALLBACK(OnNoMorePads), this);
     gst_bin_add(GST_BIN(m_bin), m_decode);
 
     // Until the graph takes the bin, its messages come here.
@@ -170,20 +95,4 @@ HRESULT CLavSplitterSource::Load(LPCOLESTR fileName, const AM_MEDIA_TYPE*) {
         return hr;
     }
     return Pins().empty() ? VFW_E_UNKNOWN_FILE_TYPE : S_OK;
-}
-
-void CLavSplitterSource::PrepareRun() {
-    std::lock_guard<std::mutex> lock(m_streamLock);
-    m_running = true;
-    for (HeldStream& s : m_streams) {
-        // A stream nobody takes is dropped at its pin, so that it neither
-        // stalls nor fails the ones that are played.
-        if (!s.pin->IsConnected())
-            gst_pad_add_probe(s.pad, GST_PAD_PROBE_TYPE_DATA_DOWNSTREAM, DropData, nullptr,
-                              nullptr);
-        if (s.probe) {
-            gst_pad_remove_probe(s.pad, s.probe);
-            s.probe = 0;
-        }
-    }
 }

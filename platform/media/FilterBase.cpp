@@ -171,7 +171,11 @@ HRESULT CGstPin::Connect(IPin* receiver, const AM_MEDIA_TYPE* mt) {
     DeleteMediaType(offered);
     if (FAILED(hr))
         return hr;
-    if (GST_PAD_LINK_FAILED(gst_pad_link(m_pad, otherPad))) {
+    GstPad* peer = gst_pad_get_peer(m_pad);
+    bool linked = peer ? peer == otherPad : GST_PAD_LINK_SUCCESSFUL(gst_pad_link(m_pad, otherPad));
+    if (peer)
+        gst_object_unref(peer);
+    if (!linked) {
         receiver->Disconnect();
         return VFW_E_NO_ACCEPTABLE_TYPES;
     }
@@ -186,10 +190,10 @@ HRESULT CGstPin::ReceiveConnection(IPin* connector, const AM_MEDIA_TYPE* mt) {
         return VFW_E_INVALID_DIRECTION;
     if (m_connected)
         return VFW_E_ALREADY_CONNECTED;
-    if (m_major != GUID_NULL && mt->majortype != m_major)
+    if (!m_filter->AcceptsMajor(this, mt->majortype))
         return VFW_E_TYPE_NOT_ACCEPTED;
     GstCaps* caps = CapsOfMediaType(mt);
-    HRESULT hr = m_filter->OnReceiveConnection(this, caps);
+    HRESULT hr = m_filter->OnReceiveConnection(this, connector, caps);
     if (caps)
         gst_caps_unref(caps);
     if (SUCCEEDED(hr))
@@ -244,9 +248,9 @@ HRESULT CGstPin::EnumMediaTypes(IEnumMediaTypes** types) {
 
 // ---- CGstFilter ----
 
-CGstFilter::CGstFilter(const char* binName) {
-    EnsureGstInit();
-    m_bin = gst_bin_new(binName);
+CGstFilter::CGstFilter(const char* binName) : CGstFilter((EnsureGstInit(), gst_bin_new(binName))) {}
+
+CGstFilter::CGstFilter(GstElement* bin) : m_bin(bin) {
     gst_object_ref_sink(m_bin);
 }
 
@@ -321,7 +325,11 @@ HRESULT CGstFilter::SetSyncSource(IReferenceClock*) {
     return S_OK;
 }
 
-HRESULT CGstFilter::OnReceiveConnection(CGstPin*, GstCaps*) {
+bool CGstFilter::AcceptsMajor(CGstPin* pin, REFGUID major) {
+    return pin->Major() == GUID_NULL || major == pin->Major();
+}
+
+HRESULT CGstFilter::OnReceiveConnection(CGstPin*, IPin*, GstCaps*) {
     return VFW_E_TYPE_NOT_ACCEPTED;
 }
 

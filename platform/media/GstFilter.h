@@ -81,6 +81,8 @@ private:
 class CGstFilter : public IBaseFilter, public IGstFilter {
 public:
     explicit CGstFilter(const char* binName);
+    // Takes over a bin of the filter's own making (floating or owned).
+    explicit CGstFilter(GstElement* bin);
     virtual ~CGstFilter();
     CGstFilter(const CGstFilter&) = delete;
     CGstFilter& operator=(const CGstFilter&) = delete;
@@ -96,8 +98,11 @@ public:
     GstElement* GetElement() override { return m_bin; }
     void PrepareRun() override {}
 
-    // Hooks of the pins.
-    virtual HRESULT OnReceiveConnection(CGstPin* pin, GstCaps* caps);
+    // Hooks of the pins. A filter may link the connector's pad to its pin
+    // itself while it takes the connection; the connector then keeps that
+    // link.
+    virtual bool AcceptsMajor(CGstPin* pin, REFGUID major);
+    virtual HRESULT OnReceiveConnection(CGstPin* pin, IPin* connector, GstCaps* caps);
     virtual void OnDisconnect(CGstPin* pin);
     // The media types a pin offers, each with a reference for the caller.
     virtual std::vector<GstCaps*> OfferedCaps(CGstPin* pin);

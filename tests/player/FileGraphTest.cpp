@@ -17,16 +17,7 @@ std::string DecoderOutputCaps(CMediaPlayer& player) {
     IPin* pin = nullptr;
     if (FAILED(CMediaPlayer::GetPin(player.m_pLavAud, PINDIR_OUTPUT, MEDIATYPE_Audio, &pin)))
         return "";
-    IEnumMediaTypes* types = nullptr;
-    std::string text;
-    if (SUCCEEDED(pin->EnumMediaTypes(&types))) {
-        AM_MEDIA_TYPE* mt = nullptr;
-        ULONG got = 0;
-        if (types->Next(1, &mt, &got) == S_OK && mt->cbFormat)
-            text = reinterpret_cast<const char*>(mt->pbFormat);
-        DeleteMediaType(mt);
-        types->Release();
-    }
+    std::string text = OfferedCaps(pin);
     pin->Release();
     return text;
 }

@@ -60,6 +60,22 @@ public:
 inline ::testing::Environment* const g_pipelineThreads =
     ::testing::AddGlobalTestEnvironment(new PipelineThreadsEnvironment);
 
+// The caps text of the first media type a pin offers; empty when it offers
+// none with caps.
+inline std::string OfferedCaps(IPin* pin) {
+    IEnumMediaTypes* types = nullptr;
+    std::string text;
+    if (SUCCEEDED(pin->EnumMediaTypes(&types))) {
+        AM_MEDIA_TYPE* mt = nullptr;
+        ULONG got = 0;
+        if (types->Next(1, &mt, &got) == S_OK && mt->cbFormat)
+            text = reinterpret_cast<const char*>(mt->pbFormat);
+        DeleteMediaType(mt);
+        types->Release();
+    }
+    return text;
+}
+
 // The media every test may play, made once per test program.
 struct TestMedia {
     TempDir dir;
