@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 
 #include "app/MainFrameLink.h"
@@ -91,7 +92,7 @@ protected:
     RadioUpdateTest() {
         std::filesystem::create_directories(m_start);
         for (const char* file : {"RadioBrowse_CC.txt", "RadioBrowse_LC.txt"}) {
-            std::filesystem::copy_file(std::string(ORVEX_SOURCE_ROOT) + "/deploy/" + file,
+            std::filesystem::copy_file(std::string(getenv("ORVEX_SOURCE_DIR")) + "/deploy/" + file,
                                        m_start + "/" + file);
         }
         for (const char* file :

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <string>
 #include <thread>
 #include <vector>
@@ -19,8 +20,7 @@
 
 // The staged start directory, with the filter modules in LAV/.
 inline std::string StagedStartDir() {
-    const char* stage = getenv("ORVEX_STAGE_DIR");
-    return stage ? stage : ORVEX_BUILD_STAGE_DIR;
+    return getenv("ORVEX_STAGE_DIR");
 }
 
 // Runs an encoding pipeline to its end; true when it got there.

@@ -124,7 +124,7 @@ TEST_F(ListsTest, MissingOrEmptyNameFilesGiveZero) {
 }
 
 TEST_F(ListsTest, TheShippedFilesAreLargeEnoughAndReadAsUtf8) {
-    const std::string deploy = std::string(ORVEX_SOURCE_ROOT) + "/deploy/";
+    const std::string deploy = std::string(getenv("ORVEX_SOURCE_DIR")) + "/deploy/";
     WriteFiles(TempDir::Read(deploy + "RadioBrowse_CC.txt"),
                TempDir::Read(deploy + "RadioBrowse_LC.txt"));
     EXPECT_GE(m_db.BuildCountryCodesArray(), RB_MIN_COUNTRIES);
@@ -230,8 +230,8 @@ TEST_F(ListsTest, LanguageNamesBecomeCodesAndCodesAreMarked) {
 }
 
 TEST_F(ListsTest, IndexedListsEqualTheLinearOnes) {
-    const std::string sample =
-        TempDir::Read(std::string(ORVEX_SOURCE_ROOT) + "/fixtures/radio-stations-sample-500.xml");
+    const std::string sample = TempDir::Read(std::string(getenv("ORVEX_SOURCE_DIR")) +
+                                             "/fixtures/radio-stations-sample-500.xml");
     StationDirectoryWriter writer(7);
     TempDir::Write(m_dir / "big.xml", writer.Document(4000));
     TempDir::Write(m_dir / "sample.xml", sample);

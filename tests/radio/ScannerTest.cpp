@@ -192,8 +192,8 @@ TEST_F(ScannerTest, PostsProgressAtTheFirstStationThenEachThousand) {
 }
 
 TEST_F(ScannerTest, TheSampleDirectoryGivesWhatTheAlgorithmGives) {
-    const std::string sample =
-        TempDir::Read(std::string(ORVEX_SOURCE_ROOT) + "/fixtures/radio-stations-sample-500.xml");
+    const std::string sample = TempDir::Read(std::string(getenv("ORVEX_SOURCE_DIR")) +
+                                             "/fixtures/radio-stations-sample-500.xml");
     ASSERT_FALSE(sample.empty());
     ASSERT_EQ(Parse(sample), 500);
     int playlists = 0;

@@ -1,9 +1,10 @@
-// Runs the built orvexctl as a program for the command tests. The test
-// target defines ORVEXCTL_PATH as the program's build path.
+// Runs the staged orvexctl as a program for the command tests; the test
+// target depends on orvexctl so that it is built first.
 #pragma once
 #include <sys/wait.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 
 #include "tests/support/TempDir.h"
@@ -18,8 +19,9 @@ struct CtlRun {
 // which the tests keep free of shell characters.
 inline CtlRun Orvexctl(const TempDir& dir, const std::string& arguments,
                        const std::string& env = "") {
-    std::string command = "cd '" + dir.Path().string() + "' && " + env + " '" + ORVEXCTL_PATH +
-                          "' " + arguments + " 2>'" + (dir / "stderr.txt") + "'";
+    std::string command = "cd '" + dir.Path().string() + "' && " + env + " '" +
+                          getenv("ORVEX_STAGE_DIR") + "/orvexctl" + "' " + arguments + " 2>'" +
+                          (dir / "stderr.txt") + "'";
     CtlRun run;
     FILE* pipe = popen(command.c_str(), "r");
     if (!pipe)

@@ -1,6 +1,7 @@
 // orvexctl radio-build, radio-search and radio-update, run as programs.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 
@@ -14,7 +15,8 @@ namespace {
 // A start directory with the shipped name files.
 void StageNameFiles(const TempDir& dir) {
     for (const char* file : {"RadioBrowse_CC.txt", "RadioBrowse_LC.txt"})
-        std::filesystem::copy_file(std::string(ORVEX_SOURCE_ROOT) + "/deploy/" + file, dir / file);
+        std::filesystem::copy_file(std::string(getenv("ORVEX_SOURCE_DIR")) + "/deploy/" + file,
+                                   dir / file);
 }
 
 const std::string& Directory() {
