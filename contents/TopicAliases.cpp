@@ -1,32 +1,21 @@
 #include "contents/TopicAliases.h"
 
-#include <fstream>
-#include <string>
+#include <utility>
 
 #include "platform/base/AppContext.h"
+#include "platform/base/CommaRecordFile.h"
 
 BOOL CTopicStrAliasAr::LoadAliases() {
     return LoadAliasesFrom(AfxGetAppContext().GetStartDirectory() + u"/TopicAlias.txt");
 }
 
 BOOL CTopicStrAliasAr::LoadAliasesFrom(const CString& path) {
-    std::ifstream in(path.ToUtf8(), std::ios::binary);
-    if (!in)
+    // A file that can't be read leaves the table as it was.
+    CTopicStrAliasAr rows;
+    if (!ReadCommaRecordFile(
+            path, [&](CString&& alias, CString&& topic) { rows.AddAlias(alias, topic); }))
         return FALSE;
-    RemoveAll();
-    std::string raw;
-    while (std::getline(in, raw)) {
-        // Text mode: a CR in front of the line end belongs to the line end.
-        if (!raw.empty() && raw.back() == '\r')
-            raw.pop_back();
-        CString line = CString::FromUtf8(raw);
-        if (line.IsEmpty() || line.Find(CString(u"//")) >= 0)
-            continue;
-        int comma = line.Find(u',');
-        if (comma < 0)
-            continue;
-        AddAlias(line.Left(comma), line.Mid(comma + 1));
-    }
+    *this = std::move(rows);
     return TRUE;
 }
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/base/AppContext.h"
-#include "radio/CodeListFile.h"
+#include "platform/base/CommaRecordFile.h"
 #include "radio/ListIndexes.h"
 #include "radio/RadioBrowseDb.h"
 #include "radio/TextKeys.h"
@@ -29,7 +29,7 @@ template <typename Table>
 int LoadCodeTable(Table& table, const char16_t* fileName) {
     table.RemoveAll();
     const CString path = AfxGetAppContext().GetStartDirectory() + u"/" + fileName;
-    const BOOL read = ReadCodeListFile(path, [&](CString&& name, CString&& code) {
+    const BOOL read = ReadCommaRecordFile(path, [&](CString&& name, CString&& code) {
         typename Table::value_type record;
         record.m_name = std::move(name);
         record.m_code = std::move(code);

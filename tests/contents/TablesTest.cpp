@@ -44,6 +44,13 @@ TEST(CTopicStrAliasAr, ReadsLinesByTheirRules) {
     // A missing file leaves the table as it was.
     EXPECT_FALSE(aliases.LoadAliasesFrom(dir.File("missing.txt")));
     EXPECT_EQ(aliases.GetSize(), 6);
+
+    // An editor's UTF-8 byte-order mark is not part of the first stored form.
+    TempDir::Write(dir / "marked.txt", "\xEF\xBB\xBF"
+                                       "Doc,Documentaries\n");
+    ASSERT_TRUE(aliases.LoadAliasesFrom(dir.File("marked.txt")));
+    ASSERT_EQ(aliases.GetSize(), 1);
+    EXPECT_EQ(aliases[0].m_alias, CString(u"Doc"));
 }
 
 TEST(CExtensionArray, TableAndTypesByExtension) {

@@ -1,4 +1,4 @@
-#include "radio/CodeListFile.h"
+#include "platform/base/CommaRecordFile.h"
 
 #include <string>
 #include <vector>
@@ -7,7 +7,7 @@
 
 namespace {
 
-void TakeLine(std::string_view line, const CodeRecordSink& add) {
+void TakeLine(std::string_view line, const CommaRecordSink& add) {
     // Read as text: a line ends with LF, and a CR in front of it goes with it.
     if (!line.empty() && line.back() == '\r')
         line.remove_suffix(1);
@@ -21,7 +21,7 @@ void TakeLine(std::string_view line, const CodeRecordSink& add) {
 
 } // namespace
 
-BOOL ReadCodeListFile(const CString& path, const CodeRecordSink& add) {
+BOOL ReadCommaRecordFile(const CString& path, const CommaRecordSink& add) {
     CFile file;
     if (!file.Open(path, CFile::modeRead | CFile::typeText))
         return FALSE;
