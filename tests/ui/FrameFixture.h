@@ -54,7 +54,8 @@ protected:
             [](COrvexDoc& document) { return std::make_unique<CMainFrame>(document); });
         EXPECT_TRUE(m_app->InitInstance());
         m_frame = GetOrvexFrame();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(m_frame));
+        m_frame->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(m_frame));
         QCoreApplication::processEvents();
     }
     ~FrameTest() override {
