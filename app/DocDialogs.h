@@ -49,6 +49,40 @@ struct CLavSetupFields {
     BOOL m_bChanged = FALSE; // a box was clicked or the defaults were taken
 };
 
+// "Import Contents Media": the source of an import.
+struct CImportFields {
+    CString m_path;
+    CString m_topic;
+    BOOL m_fromDat = FALSE;
+    BOOL m_fromM3u = FALSE;
+    BOOL m_fromText = FALSE;
+    BOOL m_fromPls = FALSE;
+    BOOL m_overwrite = FALSE;
+    BOOL m_place = FALSE;
+    CString m_startFolder; // where Browse starts
+};
+
+// "Export Contents Media": the target of an export.
+struct CExportFields {
+    CString m_path;
+    BOOL m_excludeDiscFiles = FALSE;
+    BOOL m_toText = FALSE;
+    BOOL m_toDat = FALSE;
+    BOOL m_unicode = FALSE;
+    BOOL m_writeAliases = FALSE;
+    BOOL m_toM3u = FALSE;
+    CString m_startFolder; // where Browse starts
+    CString m_title = u"Export Contents Media";
+    BOOL m_topicOnly = FALSE; // the .dat choice isn't offered
+};
+
+// How a transfer that the user watches ended.
+enum TransferOutcome {
+    TRANSFER_DONE = 0,
+    TRANSFER_FAILED = 1,
+    TRANSFER_CANCELLED = 2,
+};
+
 class IDocDialogs {
 public:
     virtual ~IDocDialogs() = default;
@@ -59,4 +93,11 @@ public:
     virtual int DoModal(CFoldersFields& fields) = 0;
     virtual int DoModal(CImportPlaylistFields& fields) = 0;
     virtual int DoModal(CLavSetupFields& fields) = 0;
+    virtual int DoModal(CImportFields& fields) = 0;
+    virtual int DoModal(CExportFields& fields) = 0;
+    // Fetches `url` into `target` as a limited GetInternetData does, while
+    // the user sees its progress and may cancel it. A failure's text goes to
+    // *error; nothing is shown.
+    virtual TransferOutcome Download(const CString& url, const CString& target, unsigned maxBytes,
+                                     CString* error) = 0;
 };

@@ -136,6 +136,9 @@ public:
     void EditTopic(const CNodeArray& path, MediaType type, BOOL isNew);
     void OnFolderLocations();
     void OnLavSetup();
+    void OnImport();
+    void OnExport();
+    void ExportTopic(const CNodeArray& path);
     void ImportPlaylistItem(const CNodeArray& path, CMediaItem* item);
 
     // Library files (DocContentsFile.cpp, DocUserData.cpp). Each gives 1 on
@@ -194,6 +197,8 @@ private:
 
     std::vector<IDocView*> m_views;
     IDocDialogs* m_pDialogs = nullptr;
+    // The user stopped the last playlist download: the import ends unsaid.
+    BOOL m_bPlaylistCancelled = FALSE;
 };
 
 // The name of the made-up topic that shows the favourites.

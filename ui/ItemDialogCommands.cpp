@@ -24,4 +24,6 @@ void ConnectItemDialogCommands(CMainFrame& frame, COrvexDoc& doc) {
     new CDocDialogs(&frame, doc);
     Connect(frame, ID_FOLDER_LOCATIONS, [&doc] { doc.OnFolderLocations(); });
     Connect(frame, ID_LAV_SETUP, [&doc] { doc.OnLavSetup(); });
+    Connect(frame, ID_EXPORT, [&doc] { doc.OnExport(); });
+    Connect(frame, ID_IMPORT, [&doc] { doc.OnImport(); });
 }

@@ -27,10 +27,20 @@ public:
     ScriptedDialog<CFoldersFields> folders;
     ScriptedDialog<CImportPlaylistFields> playlist;
     ScriptedDialog<CLavSetupFields> lav;
+    ScriptedDialog<CImportFields> import;
+    ScriptedDialog<CExportFields> exportTo;
+    std::function<TransferOutcome(const CString& url, const CString& target, CString* error)>
+        download;
 
     int DoModal(CEditMediaItemFields& f) override { return item.Run(f); }
     int DoModal(CNewTopicFields& f) override { return topic.Run(f); }
     int DoModal(CFoldersFields& f) override { return folders.Run(f); }
     int DoModal(CImportPlaylistFields& f) override { return playlist.Run(f); }
     int DoModal(CLavSetupFields& f) override { return lav.Run(f); }
+    int DoModal(CImportFields& f) override { return import.Run(f); }
+    int DoModal(CExportFields& f) override { return exportTo.Run(f); }
+    TransferOutcome Download(const CString& url, const CString& target, unsigned,
+                             CString* error) override {
+        return download ? download(url, target, error) : TRANSFER_FAILED;
+    }
 };

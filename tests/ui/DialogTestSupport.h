@@ -101,7 +101,8 @@ public:
         poll.start(5);
         command();
         poll.stop();
-        EXPECT_TRUE(m_steps.empty()) << "a dialog never came: " << m_steps.front().name.toStdString();
+        EXPECT_TRUE(m_steps.empty())
+            << "a dialog never came: " << m_steps.front().name.toStdString();
     }
 
 private:

@@ -68,10 +68,9 @@ TEST(EditMediaItemDlg, ANewItemIsCheckedFieldByFieldThenTaken) {
         Click(&dlg, 1027);
         Click(&dlg, IDOK);
     });
-    EXPECT_EQ(boxes.Texts(),
-              (std::vector<CString>{u"Please enter valid Media Name.",
-                                    u"Please enter valid Media URL/File Path.",
-                                    u"Please enter valid Media Type."}));
+    EXPECT_EQ(boxes.Texts(), (std::vector<CString>{u"Please enter valid Media Name.",
+                                                   u"Please enter valid Media URL/File Path.",
+                                                   u"Please enter valid Media Type."}));
     EXPECT_EQ(boxes.Boxes()[0].type, MB_OK);
     ASSERT_EQ(answer, IDOK);
     EXPECT_EQ(dlg.m_item.m_type, MEDIA_AUDIO_URL);

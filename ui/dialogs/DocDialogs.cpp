@@ -5,10 +5,13 @@
 #include "app/OrvexDoc.h"
 #include "platform/base/MessageBox.h"
 #include "ui/dialogs/EditMediaItemDlg.h"
+#include "ui/dialogs/ExportDlg.h"
 #include "ui/dialogs/FoldersDlg.h"
+#include "ui/dialogs/ImportDlg.h"
 #include "ui/dialogs/ImportPlaylistDlg.h"
 #include "ui/dialogs/LavSetupDlg.h"
 #include "ui/dialogs/NewTopicDlg.h"
+#include "ui/dialogs/TransferProgressDlg.h"
 
 namespace {
 
@@ -52,4 +55,18 @@ int CDocDialogs::DoModal(CImportPlaylistFields& fields) {
 
 int CDocDialogs::DoModal(CLavSetupFields& fields) {
     return RunOn<CLavSetupDlg>(m_parent, fields);
+}
+
+int CDocDialogs::DoModal(CImportFields& fields) {
+    return RunOn<CImportDlg>(m_parent, fields);
+}
+
+int CDocDialogs::DoModal(CExportFields& fields) {
+    return RunOn<CExportDlg>(m_parent, fields);
+}
+
+TransferOutcome CDocDialogs::Download(const CString& url, const CString& target, unsigned maxBytes,
+                                      CString* error) {
+    CTransferProgressDlg dialog(m_parent);
+    return dialog.Run(url, target, maxBytes, error);
 }

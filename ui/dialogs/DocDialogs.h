@@ -20,6 +20,10 @@ public:
     int DoModal(CFoldersFields& fields) override;
     int DoModal(CImportPlaylistFields& fields) override;
     int DoModal(CLavSetupFields& fields) override;
+    int DoModal(CImportFields& fields) override;
+    int DoModal(CExportFields& fields) override;
+    TransferOutcome Download(const CString& url, const CString& target, unsigned maxBytes,
+                             CString* error) override;
 
 private:
     QWidget* m_parent;

@@ -24,9 +24,8 @@ CFoldersDlg::CFoldersDlg(QWidget* parent) : COrvexDialog(parent, QStringLiteral(
     QPushButton* browseContents = MakeButton(this, 1089, QStringLiteral("Browse"));
     connect(browseVideo, &QPushButton::clicked, this,
             [this] { Browse(u"Pick a folder used for Video file storage:", m_videoFolder); });
-    connect(browseContents, &QPushButton::clicked, this, [this] {
-        Browse(u"Pick a folder used for Contents file storage:", m_contentsFolder);
-    });
+    connect(browseContents, &QPushButton::clicked, this,
+            [this] { Browse(u"Pick a folder used for Contents file storage:", m_contentsFolder); });
 
     auto* grid = new QGridLayout;
     grid->addWidget(new QLabel(QStringLiteral("Video Files Folder:"), this), 0, 0, 1, 2);

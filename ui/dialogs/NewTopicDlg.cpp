@@ -28,8 +28,8 @@ CNewTopicDlg::CNewTopicDlg(QWidget* parent) : COrvexDialog(parent, QStringLitera
     nameLabel->setWordWrap(true);
     layout->addWidget(nameLabel);
     layout->addWidget(m_nameList);
-    layout->addWidget(new QLabel(QStringLiteral("Set a Media Type for this topic if not fixed."),
-                                 this));
+    layout->addWidget(
+        new QLabel(QStringLiteral("Set a Media Type for this topic if not fixed."), this));
     layout->addWidget(m_typeList);
     layout->addWidget(MakeOkCancel());
 }

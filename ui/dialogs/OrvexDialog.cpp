@@ -1,11 +1,11 @@
 #include "ui/dialogs/OrvexDialog.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QPushButton>
 #include <QStyle>
-#include <QAbstractItemView>
 
 #include "contents/MediaItem.h"
 #include "platform/base/MessageBox.h"
@@ -81,4 +81,8 @@ void WidenDropDown(QComboBox* box) {
     const int scrollBar = box->style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, box);
     const int edge = box->view()->frameWidth();
     box->view()->setMinimumWidth(widest + scrollBar + 2 * edge);
+}
+
+BOOL HasInvalidPathCharacters(const CString& path) {
+    return path.FindOneOf(CString(u"\\*?\"<>|")) >= 0;
 }

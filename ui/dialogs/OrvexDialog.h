@@ -46,3 +46,7 @@ QString MediaTypeName(int32_t type);
 // Makes the drop-down as wide as its widest entry, a scroll bar and two edges.
 void WidenDropDown(QComboBox* box);
 
+// The characters that a local file path of an import or export may not hold:
+// the seven of the classic file dialogs, with the path separator turned round
+// as everywhere on this platform ("/" separates, "\" is refused).
+BOOL HasInvalidPathCharacters(const CString& path);
