@@ -169,8 +169,7 @@ TEST(ImportDlg, BrowseAsksForTheChosenSourcesFiles) {
     EXPECT_EQ(pls.flags, 0x802u);
     EXPECT_EQ(pickers.m_files[1].filter,
               CString(u"Orvex Contents File (*.dat)|*.dat|All Files (*.*)|*.*||"));
-    EXPECT_EQ(QtNameFilters(pls.filter),
-              (QStringList{"pls playlist (*.pls)", "All Files (*)"}));
+    EXPECT_EQ(QtNameFilters(pls.filter), (QStringList{"pls playlist (*.pls)", "All Files (*)"}));
 }
 
 TEST(ImportDlg, ScrollsWhatIsMissingOfItsOpeningHeight) {
@@ -263,9 +262,9 @@ TEST(ExportDlg, EachFormSetsTheOptionsItCanUse) {
         Type(&dlg, PATH, QStringLiteral("/home/u/out.txt"));
         Click(&dlg, IDOK);
     });
-    EXPECT_EQ(boxes.Texts(), (std::vector<CString>{u"Please check a export type.",
-                                                   u"Please enter a file path.",
-                                                   u"File path contains invalid characters."}));
+    EXPECT_EQ(boxes.Texts(),
+              (std::vector<CString>{u"Please check a export type.", u"Please enter a file path.",
+                                    u"File path contains invalid characters."}));
     ASSERT_EQ(answer, IDOK);
     EXPECT_TRUE(dlg.m_toText && !dlg.m_toM3u && !dlg.m_toDat && dlg.m_unicode);
     EXPECT_FALSE(dlg.m_excludeDiscFiles || dlg.m_writeAliases);
@@ -339,7 +338,8 @@ TEST(ImportExportCommands, FromTheMenuAndAPlaylistDownloadThatIsCancelled) {
         script.Run([&] { importCommand->trigger(); });
     };
     importUrl("/list.pls", false);
-    EXPECT_EQ(boxes.Texts(), std::vector<CString>{u"1 Media Items placed under Imported Media Topic."});
+    EXPECT_EQ(boxes.Texts(),
+              std::vector<CString>{u"1 Media Items placed under Imported Media Topic."});
     ASSERT_EQ(doc.m_contents.m_topics.GetSize(), 1);
     EXPECT_EQ(doc.m_contents.m_topics[0].m_media.GetSize(), 1);
 

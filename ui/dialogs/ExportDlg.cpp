@@ -51,22 +51,14 @@ void CExportDlg::OnInitDialog() {
 }
 
 void CExportDlg::UpdateData(bool save) {
-    struct Box {
-        QCheckBox* control;
-        BOOL* field;
-    };
-    const Box boxes[] = {{m_excludeCheck, &m_excludeDiscFiles}, {m_textCheck, &m_toText},
-                         {m_datCheck, &m_toDat},                {m_unicodeCheck, &m_unicode},
-                         {m_aliasesCheck, &m_writeAliases},     {m_m3uCheck, &m_toM3u}};
-    if (save) {
-        m_path = FromQString(m_pathEdit->text());
-        for (const Box& box : boxes)
-            *box.field = box.control->isChecked();
-    } else {
-        m_pathEdit->setText(ToQString(m_path));
-        for (const Box& box : boxes)
-            box.control->setChecked(*box.field != FALSE);
-    }
+    ExchangeText(m_pathEdit, m_path, save);
+    ExchangeChecks({{m_excludeCheck, &m_excludeDiscFiles},
+                    {m_textCheck, &m_toText},
+                    {m_datCheck, &m_toDat},
+                    {m_unicodeCheck, &m_unicode},
+                    {m_aliasesCheck, &m_writeAliases},
+                    {m_m3uCheck, &m_toM3u}},
+                   save);
 }
 
 void CExportDlg::SetOption(QCheckBox* box, bool checked, bool enabled) {
@@ -126,8 +118,7 @@ void CExportDlg::OnBrowse() {
         request.filter = u"M3u File (*.m3u)|*.m3u|All Files (*.*)|*.*||";
     } else {
         request.defaultExt = u".txt";
-        request.filter =
-            u"Media Record Format text file - (*.txt)|*.txt|All Files (*.*)|*.*||";
+        request.filter = u"Media Record Format text file - (*.txt)|*.txt|All Files (*.*)|*.*||";
     }
     request.open = FALSE;
     request.flags = OFN_OVERWRITEPROMPT | OFN_PATHMUSTEXIST | OFN_FILEMUSTEXIST;

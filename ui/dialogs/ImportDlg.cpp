@@ -27,9 +27,7 @@ public:
         body->setParent(this);
     }
     QSize sizeHint() const override { return m_body->sizeHint(); }
-    QSize minimumSizeHint() const override {
-        return QSize(m_body->minimumSizeHint().width(), 0);
-    }
+    QSize minimumSizeHint() const override { return QSize(m_body->minimumSizeHint().width(), 0); }
 
 protected:
     void resizeEvent(QResizeEvent*) override {
@@ -64,8 +62,8 @@ CImportDlg::CImportDlg(QWidget* parent) : COrvexDialog(parent, QStringLiteral("C
                                  QStringLiteral("Overwrite current Media Contents Tree. Note you "
                                                 "should export existing Media Contents before "
                                                 "overwriting."));
-    m_placeCheck = MakeCheck(
-        body, 1022, QStringLiteral("Place imported media items in the following Topic:"));
+    m_placeCheck =
+        MakeCheck(body, 1022, QStringLiteral("Place imported media items in the following Topic:"));
     m_topicEdit = new QLineEdit(body);
     SetControlId(m_topicEdit, 1021);
 
@@ -115,24 +113,15 @@ void CImportDlg::resizeEvent(QResizeEvent* event) {
 }
 
 void CImportDlg::UpdateData(bool save) {
-    struct Box {
-        QCheckBox* control;
-        BOOL* field;
-    };
-    const Box boxes[] = {{m_datCheck, &m_fromDat},         {m_m3uCheck, &m_fromM3u},
-                         {m_textCheck, &m_fromText},       {m_plsCheck, &m_fromPls},
-                         {m_overwriteCheck, &m_overwrite}, {m_placeCheck, &m_place}};
-    if (save) {
-        m_path = FromQString(m_pathEdit->text());
-        m_topic = FromQString(m_topicEdit->text());
-        for (const Box& box : boxes)
-            *box.field = box.control->isChecked();
-    } else {
-        m_pathEdit->setText(ToQString(m_path));
-        m_topicEdit->setText(ToQString(m_topic));
-        for (const Box& box : boxes)
-            box.control->setChecked(*box.field != FALSE);
-    }
+    ExchangeText(m_pathEdit, m_path, save);
+    ExchangeText(m_topicEdit, m_topic, save);
+    ExchangeChecks({{m_datCheck, &m_fromDat},
+                    {m_m3uCheck, &m_fromM3u},
+                    {m_textCheck, &m_fromText},
+                    {m_plsCheck, &m_fromPls},
+                    {m_overwriteCheck, &m_overwrite},
+                    {m_placeCheck, &m_place}},
+                   save);
 }
 
 void CImportDlg::SetTopic(const QString& text, bool enabled) {
@@ -249,8 +238,7 @@ void CImportDlg::OnBrowse() {
         request.filter = u"pls playlist (*.pls)|*.pls|All Files (*.*)|*.*||";
     } else if (m_fromText) {
         request.defaultExt = u".txt";
-        request.filter =
-            u"Media Record Format text file (*.txt)|*.txt|All Files (*.*)|*.*||";
+        request.filter = u"Media Record Format text file (*.txt)|*.txt|All Files (*.*)|*.*||";
     } else {
         ShowBox(u"Please select an Import From check box.");
         return;

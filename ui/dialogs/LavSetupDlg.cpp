@@ -22,24 +22,26 @@ CLavSetupDlg::CLavSetupDlg(QWidget* parent) : COrvexDialog(parent, QStringLitera
     layout->addWidget(MakeOkCancel());
 }
 
+void CLavSetupDlg::UpdateData(bool save) {
+    ExchangeChecks({{m_wma2Check, &m_bWma2},
+                    {m_wmaProCheck, &m_bWmaPro},
+                    {m_wmaAllCheck, &m_bWmaAll},
+                    {m_stereoCheck, &m_bStereoSpeakers}},
+                   save);
+}
+
 void CLavSetupDlg::OnInitDialog() {
-    m_wma2Check->setChecked(m_bWma2 != FALSE);
-    m_wmaProCheck->setChecked(m_bWmaPro != FALSE);
-    m_wmaAllCheck->setChecked(m_bWmaAll != FALSE);
-    m_stereoCheck->setChecked(m_bStereoSpeakers != FALSE);
+    UpdateData(false);
 }
 
 void CLavSetupDlg::UseDefaults() {
     // The decoder's own defaults: every switch off, unlike a fresh document.
     m_bWma2 = m_bWmaPro = m_bWmaAll = m_bStereoSpeakers = FALSE;
-    OnInitDialog();
+    UpdateData(false);
     m_bChanged = TRUE;
 }
 
 void CLavSetupDlg::OnOK() {
-    m_bWma2 = m_wma2Check->isChecked();
-    m_bWmaPro = m_wmaProCheck->isChecked();
-    m_bWmaAll = m_wmaAllCheck->isChecked();
-    m_bStereoSpeakers = m_stereoCheck->isChecked();
+    UpdateData(true);
     EndOK();
 }

@@ -14,6 +14,7 @@ protected:
     void OnOK() override;
 
 private:
+    void UpdateData(bool save);
     void UseDefaults();
 
     QCheckBox* m_wma2Check;

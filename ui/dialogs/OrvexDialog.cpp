@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QStyle>
 
@@ -34,6 +35,22 @@ QDialogButtonBox* COrvexDialog::MakeOkCancel(const QString& okText) {
 
 void COrvexDialog::ShowBox(const char16_t* text) {
     AfxMessageBox(CString(text), MB_OK);
+}
+
+void ExchangeChecks(std::initializer_list<CheckField> boxes, bool save) {
+    for (const CheckField& box : boxes) {
+        if (save)
+            *box.field = box.control->isChecked();
+        else
+            box.control->setChecked(*box.field != FALSE);
+    }
+}
+
+void ExchangeText(QLineEdit* edit, CString& field, bool save) {
+    if (save)
+        field = FromQString(edit->text());
+    else
+        edit->setText(ToQString(field));
 }
 
 void SetControlId(QObject* control, int id) {

@@ -4,12 +4,14 @@
 // and closing the window leave the fields as they were.
 #pragma once
 #include <QDialog>
+#include <initializer_list>
 
 #include "platform/base/CString.h"
 
 class QCheckBox;
 class QComboBox;
 class QDialogButtonBox;
+class QLineEdit;
 class QPushButton;
 
 class COrvexDialog : public QDialog {
@@ -32,6 +34,15 @@ protected:
     // A refusal in OnOK or a handler: one plain box with the exact text.
     static void ShowBox(const char16_t* text);
 };
+
+// The data exchange of a dialog: controls to fields (save) or fields to
+// controls.
+struct CheckField {
+    QCheckBox* control;
+    BOOL* field;
+};
+void ExchangeChecks(std::initializer_list<CheckField> boxes, bool save);
+void ExchangeText(QLineEdit* edit, CString& field, bool save);
 
 // Control ids become object names, as the numbers of the menu commands do.
 void SetControlId(QObject* control, int id);

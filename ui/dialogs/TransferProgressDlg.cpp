@@ -70,9 +70,9 @@ void CTransferProgressDlg::ShowProgress() {
     const uint64_t whole = total > 0 && total <= m_maxBytes ? total : m_maxBytes;
     m_bar->setMaximum(static_cast<int>(whole));
     m_bar->setValue(static_cast<int>(std::min(received, whole)));
-    m_bar->setFormat(total > 0 ? QStringLiteral("%1 KB of %2 KB").arg(Kilobytes(received),
-                                                                       Kilobytes(total))
-                               : QStringLiteral("%1 KB").arg(Kilobytes(received)));
+    m_bar->setFormat(
+        total > 0 ? QStringLiteral("%1 KB of %2 KB").arg(Kilobytes(received), Kilobytes(total))
+                  : QStringLiteral("%1 KB").arg(Kilobytes(received)));
 }
 
 void CTransferProgressDlg::timerEvent(QTimerEvent* event) {
