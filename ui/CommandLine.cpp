@@ -77,7 +77,8 @@ CDisplayCheck::CDisplayCheck() {
     if (WaylandReachable())
         return;
     if (display.empty() && wayland.empty()) {
-        m_reason = "orvex: no display to open the window on (DISPLAY and WAYLAND_DISPLAY are unset)";
+        m_reason =
+            "orvex: no display to open the window on (DISPLAY and WAYLAND_DISPLAY are unset)";
         return;
     }
     m_reason = "orvex: cannot connect to the display";

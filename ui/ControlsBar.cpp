@@ -197,9 +197,9 @@ void CControlsBar::InitDialog() {
 
 void CControlsBar::SetControlsEnabled(bool enabled) {
     for (QWidget* w : {static_cast<QWidget*>(m_progress), static_cast<QWidget*>(m_volume),
-                       static_cast<QWidget*>(m_progressText),
-                       static_cast<QWidget*>(m_volumeText), static_cast<QWidget*>(m_stop),
-                       static_cast<QWidget*>(m_pause), static_cast<QWidget*>(m_mute)})
+                       static_cast<QWidget*>(m_progressText), static_cast<QWidget*>(m_volumeText),
+                       static_cast<QWidget*>(m_stop), static_cast<QWidget*>(m_pause),
+                       static_cast<QWidget*>(m_mute)})
         w->setEnabled(enabled);
 }
 

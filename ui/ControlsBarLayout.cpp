@@ -39,8 +39,8 @@ BarRects LayoutBar(const BarRects& model, int width, int* height) {
 
     if (sliders + buttons < width) {
         PlaceFromRight(rects,
-                       {kVolumeSlider, kVolumeLabel, kProgressSlider, kProgressLabel, kMute,
-                        kPause, kStop, kHideLeft},
+                       {kVolumeSlider, kVolumeLabel, kProgressSlider, kProgressLabel, kMute, kPause,
+                        kStop, kHideLeft},
                        right, y);
     } else {
         if (sliders < width)

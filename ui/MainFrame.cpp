@@ -47,6 +47,7 @@ CMainFrame::CMainFrame(COrvexDoc& document) : m_document(document) {
     CreateMenus();
 
     // Command groups that live in their own files connect themselves here.
+    ConnectItemDialogCommands(*this, m_document);
 }
 
 CMainFrame::~CMainFrame() {

@@ -1,9 +1,8 @@
 // The File menu's two ways to play something that is not in the library,
 // and the medium named on the command line.
-#include <QFileDialog>
-
 #include "app/OrvexDoc.h"
 #include "platform/base/Deployment.h"
+#include "platform/base/FileDialog.h"
 #include "platform/base/MessageBox.h"
 #include "platform/base/UserMessages.h"
 #include "platform/qt/QtGlue.h"
@@ -11,17 +10,17 @@
 #include "ui/OpenUrlDlg.h"
 
 void CMainFrame::OnOpenMediaFile() {
-    QFileDialog dialog(this);
-    dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setAcceptMode(QFileDialog::AcceptOpen);
-    dialog.setNameFilters({QStringLiteral("Media Files (*.avi *.mp4 *.mp3 *.flv *.wmv)"),
-                           QStringLiteral("All Files (*)")});
-    if (!m_document.m_videoFolder.IsEmpty())
-        dialog.setDirectory(ToQString(m_document.m_videoFolder));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+    FileDialogRequest request;
+    request.open = TRUE;
+    request.flags = OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST;
+    request.filter = u"Media Files (*.avi*.mp4*.mp3*.flv*.wmv)|*.avi;*.mp4;*.mp3;*.flv;*.wmv|"
+                     u"All Files (*.*)|*.*||";
+    request.initialFolder = m_document.m_videoFolder;
+    CString path;
+    if (!RunFileDialog(request, path))
         return;
     m_mediaPath.Empty();
-    StartMediaFile(FromQString(dialog.selectedFiles().first()));
+    StartMediaFile(path);
 }
 
 void CMainFrame::OnOpenMediaUrl() {

@@ -154,8 +154,7 @@ void COrvexVideoView::wheelEvent(QWheelEvent* event) {
 
 void COrvexVideoView::keyPressEvent(QKeyEvent* event) {
     CMediaPlayer* engine = Engine();
-    if (event->key() != Qt::Key_Space || event->isAutoRepeat() || !engine ||
-        engine->m_state == 0) {
+    if (event->key() != Qt::Key_Space || event->isAutoRepeat() || !engine || engine->m_state == 0) {
         QWidget::keyPressEvent(event);
         return;
     }
@@ -173,8 +172,7 @@ void COrvexVideoView::keyPressEvent(QKeyEvent* event) {
 }
 
 bool COrvexVideoView::event(QEvent* event) {
-    if (event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Tab) {
+    if (event->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(event)->key() == Qt::Key_Tab) {
         COrvexApp* app = AfxGetOrvexApp();
         CMediaPlayer* engine = Engine();
         if (hasFocus() && engine && engine->m_state != 0 && app && app->m_hwndControls) {

@@ -11,6 +11,7 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <ostream>
 
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
@@ -18,6 +19,10 @@
 #include "tests/support/MessageBoxRecorder.h"
 #include "tests/support/TempDir.h"
 #include "ui/MainFrame.h"
+
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
 
 inline QApplication& TestApplication() {
     static int argc = 1;

@@ -7,6 +7,7 @@
 #include <QPointer>
 #include <QTimer>
 
+#include "platform/base/FileDialog.h"
 #include "tests/player/PlayerTestSupport.h"
 #include "tests/ui/FrameFixture.h"
 
@@ -64,11 +65,13 @@ void AnswerDialog(std::function<void(Dialog*)> answer) {
     poll->start();
 }
 
-// Chooses a file in the next file dialog.
+// Answers the next file dialog with this path, once.
 inline void ChooseFile(const std::string& path) {
-    AnswerDialog<QFileDialog>([path](QFileDialog* dialog) {
-        dialog->selectFile(QString::fromStdString(path));
-        static_cast<QDialog*>(dialog)->accept();
+    auto previous = std::make_shared<FileDialogHook>();
+    *previous = SetFileDialogHook([path, previous](const FileDialogRequest&, CString& chosen) {
+        chosen = CString(path);
+        SetFileDialogHook(*previous);
+        return TRUE;
     });
 }
 

@@ -1,7 +1,7 @@
+#include "ui/SplitterView.h"
 #include "platform/base/UserMessages.h"
 #include "tests/ui/FrameFixture.h"
 #include "ui/ListView.h"
-#include "ui/SplitterView.h"
 #include "ui/TreeView.h"
 #include "ui/VideoView.h"
 
@@ -88,5 +88,6 @@ TEST_F(SplitterView, ReplaceViewSwapsTheRightPaneAndKeepsOneRecordOfEachKind) {
     App().m_pDoc = nullptr;
     EXPECT_FALSE(view->ReplaceView(&COrvexVideoView::staticMetaObject));
     App().m_pDoc = doc;
-    EXPECT_EQ(m_boxes.Texts(), std::vector<CString>{CString(u"CMySplitterWnd ReplaceView - pDoc Null.")});
+    EXPECT_EQ(m_boxes.Texts(),
+              std::vector<CString>{CString(u"CMySplitterWnd ReplaceView - pDoc Null.")});
 }
