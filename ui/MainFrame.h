@@ -66,6 +66,9 @@ public:
     // A medium named on the command line plays once the window is up.
     void PlayAtStart(const CString& medium);
 
+    // The window title for a medium that plays with no title of its own.
+    static CString TitleFor(const CString& path, BOOL isStream);
+
     // The menu entry of a command id, for the handlers that enable them.
     QAction* CommandAction(int id) const;
     CControlsBar* GetControlsBar() const { return m_wndControls; }
@@ -85,7 +88,6 @@ private:
     QAction* AddCommand(QMenu* menu, int id, const QString& text);
     void OnAbout();
     void OnPositionTimer();
-    void SetTitleFor(const CString& path);
     // Handlers of the steering messages.
     void OnMute(WPARAM keepFocus);
     void OnSetVolume(WPARAM focusRightPane, LPARAM percent);
