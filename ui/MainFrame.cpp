@@ -9,6 +9,7 @@
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
 #include "platform/media/GraphSettings.h"
+#include "platform/qt/DriveWatcher.h"
 #include "platform/qt/QtGlue.h"
 #include "ui/AboutDlg.h"
 #include "ui/AppIcon.h"
@@ -45,6 +46,12 @@ CMainFrame::CMainFrame(COrvexDoc& document) : m_document(document) {
     setCentralWidget(m_pSplitterView);
     status->hide();
     CreateMenus();
+
+    // A volume that comes or goes reaches the document, which tells the
+    // panes and ends disc playback when a disc went.
+    m_driveWatcher = std::make_unique<CDriveWatcher>(
+        [this](const CString& drive, BOOL arrived) { m_document.OnDiscChange(drive, arrived); });
+    m_driveWatcher->AddSystemSources();
 
     // Command groups that live in their own files connect themselves here.
     ConnectItemDialogCommands(*this, m_document);

@@ -6,12 +6,14 @@
 #include <QBasicTimer>
 #include <QMainWindow>
 #include <map>
+#include <memory>
 
 #include "app/MainFrameLink.h"
 #include "platform/base/Array.h"
 #include "platform/base/CString.h"
 #include "player/MediaPlayer.h"
 
+class CDriveWatcher;
 class COrvexDoc;
 class COrvexSplitterView;
 class CControlsBar;
@@ -72,6 +74,8 @@ public:
     // The menu entry of a command id, for the handlers that enable them.
     QAction* CommandAction(int id) const;
     CControlsBar* GetControlsBar() const { return m_wndControls; }
+    // Drive changes go on to the document.
+    CDriveWatcher& GetDriveWatcher() { return *m_driveWatcher; }
 
     CMediaPlayer m_player;
     BOOL m_cdListActive = FALSE;
@@ -100,6 +104,7 @@ private:
     CString m_mediaPath;
     CString m_mediaTitle;
     QBasicTimer m_positionTimer;
+    std::unique_ptr<CDriveWatcher> m_driveWatcher;
     std::map<int, QAction*> m_commands;
 };
 

@@ -8,8 +8,8 @@
 #include "platform/base/UserMessages.h"
 #include "tests/support/TestHttpServer.h"
 #include "tests/ui/FrameMedia.h"
-#include "ui/Commands.h"
 #include "ui/CommandLine.h"
+#include "ui/Commands.h"
 #include "ui/ListView.h"
 #include "ui/OpenUrlDlg.h"
 #include "ui/SplitterView.h"
@@ -62,7 +62,8 @@ TEST_F(FrameMessages, OpenUrlRefusesWhatIsNoStreamAndPlaysTheRestAsTyped) {
     // stream's title is its whole address, and space over its picture mutes.
     TestHttpServer server;
     server.Route("/live/clip.m3u8", TempDir::Read(Media().clip));
-    const QString url = QStringLiteral("HTTP") + QString::fromStdString(server.Url("/live/clip.m3u8")).mid(4);
+    const QString url =
+        QStringLiteral("HTTP") + QString::fromStdString(server.Url("/live/clip.m3u8")).mid(4);
     Frame().SetMediaTitle(CString(u"kept"));
     TypeAndConfirm("1009", url);
     Frame().CommandAction(ID_OPEN_MEDIA_URL)->trigger();
@@ -79,7 +80,8 @@ TEST_F(FrameMessages, OpenUrlRefusesWhatIsNoStreamAndPlaysTheRestAsTyped) {
 TEST_F(FrameMessages, AFailedStartShowsTheEngineTextAndPutsTheListBack) {
     ChooseFile("/no/such/folder/film.mkv");
     Frame().CommandAction(ID_FILE_OPEN)->trigger();
-    EXPECT_EQ(m_boxes.Texts(), Texts({u"File Source Error - could not open /no/such/folder/film.mkv."}));
+    EXPECT_EQ(m_boxes.Texts(),
+              Texts({u"File Source Error - could not open /no/such/folder/film.mkv."}));
     EXPECT_EQ(Engine().m_state, 0);
     EXPECT_NE(Frame().GetSplitterView()->GetListView(), nullptr);
     EXPECT_EQ(Frame().windowTitle(), QStringLiteral("Orvex"));

@@ -34,10 +34,10 @@ bool Near(QRgb pixel, const QColor& colour) {
 // The bars found in what the display shows over a widget.
 std::vector<std::string> BarsOnScreen(QWidget* widget) {
     const QPoint origin = widget->mapToGlobal(QPoint(0, 0));
-    const QImage image = widget->screen()
-                             ->grabWindow(0, origin.x(), origin.y(), widget->width(),
-                                          widget->height())
-                             .toImage();
+    const QImage image =
+        widget->screen()
+            ->grabWindow(0, origin.x(), origin.y(), widget->width(), widget->height())
+            .toImage();
     std::vector<std::string> found;
     for (const Bar& bar : kBars) {
         int hits = 0;
