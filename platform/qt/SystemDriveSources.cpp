@@ -73,7 +73,8 @@ public:
         udev_enumerate_scan_devices(list);
         udev_list_entry* entry;
         udev_list_entry_foreach(entry, udev_enumerate_get_list_entry(list)) {
-            udev_device* device = udev_device_new_from_syspath(m_udev, udev_list_entry_get_name(entry));
+            udev_device* device =
+                udev_device_new_from_syspath(m_udev, udev_list_entry_get_name(entry));
             if (!device)
                 continue;
             const char* media = udev_device_get_property_value(device, "ID_CDROM_MEDIA");
