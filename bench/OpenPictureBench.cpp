@@ -109,8 +109,8 @@ private:
 
 double GstPlay(const std::string& file) {
     const std::string audio = "--audiosink=fakesink sync=true";
-    const char* args[] = {"gst-play-1.0", "-q", "--no-interactive", audio.c_str(), file.c_str(),
-                          nullptr};
+    const char* args[] = {"gst-play-1.0", "-q",         "--no-interactive",
+                          audio.c_str(),  file.c_str(), nullptr};
     CGreenWatch watch(320, 180); // the middle of its own window, at the top left
     const auto start = Clock::now();
     pid_t pid = 0;

@@ -53,7 +53,8 @@ bool WriteData(const std::filesystem::path& folder) {
             CMediaItem item;
             item.m_type = MEDIA_VIDEO_FILE;
             item.m_name = CString("Film " + std::to_string(t) + "-" + std::to_string(i));
-            item.m_location = CString("/films/" + std::to_string(t) + "/" + std::to_string(i) + ".mkv");
+            item.m_location =
+                CString("/films/" + std::to_string(t) + "/" + std::to_string(i) + ".mkv");
             item.m_topics.Add(path[0].m_name);
             item.m_favorite = i % 97 == 0;
             items.Add(item);
@@ -191,8 +192,9 @@ int main(int argc, char** argv) {
     std::sort(shown.begin(), shown.end());
     std::sort(loaded.begin(), loaded.end());
     const double median = shown[shown.size() / 2];
-    printf("start to window shown: best %.1f ms, median %.1f ms (%d rounds; data loaded at %.1f ms)\n",
-           shown.front(), median, rounds, loaded[loaded.size() / 2]);
+    printf(
+        "start to window shown: best %.1f ms, median %.1f ms (%d rounds; data loaded at %.1f ms)\n",
+        shown.front(), median, rounds, loaded[loaded.size() / 2]);
     printf("target < 300 ms: %s\n", median < 300 ? "ok" : "MISSED");
     return 0;
 }

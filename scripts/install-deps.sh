@@ -10,7 +10,7 @@ PACKAGES=(
   qt6-base-dev qt6-qpa-plugins libqt6test6
   libcurl4-openssl-dev ca-certificates libssl-dev openssl
   libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
-  libcdio-dev libcdio-paranoia-dev libdvdnav-dev libdvdread-dev
+  libcdio-dev libcdio-paranoia-dev libdvdnav-dev libdvdread-dev libudev-dev libxcb1-dev
   iso-codes
   # media pipeline plugins used at run time and by the tests
   gstreamer1.0-tools gstreamer1.0-libav gstreamer1.0-plugins-base
