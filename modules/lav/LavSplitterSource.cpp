@@ -92,8 +92,8 @@ HRESULT CLavSplitterSource::Load(LPCOLESTR fileName, const AM_MEDIA_TYPE*) {
         return E_FAIL;
     }
     // A network stream that runs dry pauses the graph until it has refilled
-    // (the graph acts on the buffering messages).
-    g_object_set(m_decode, "uri", uri, "use-buffering", TRUE, nullptr);
+    // (the graph acts on the buffering messages). A file never runs dry.
+    g_object_set(m_decode, "uri", uri, "use-buffering", !g_str_has_prefix(uri, "file:"), nullptr);
     g_signal_connect(m_decode, "source-setup", G_CALLBACK(OnSourceSetup), nullptr);
     g_free(uri);
     gst_bin_add(GST_BIN(m_bin), m_decode);

@@ -1,5 +1,6 @@
 #include "platform/media/FilterGraph.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/media/GraphSettings.h"
@@ -129,6 +130,11 @@ HRESULT CFilterGraph::AddFilter(IBaseFilter* filter, LPCWSTR name) {
     gst_element_get_state(bin, &binState, nullptr, 0);
     if (binState == GST_STATE_NULL)
         gst_element_sync_state_with_parent(bin);
+    // Only a live source comes already playing: it cannot wait for anyone.
+    if (binState == GST_STATE_PLAYING) {
+        std::lock_guard<std::mutex> lock(m_eventLock);
+        m_live = true;
+    }
     filter->AddRef();
     m_filters.push_back({filter, gst, name ? std::u16string(name) : std::u16string()});
     return S_OK;
@@ -317,12 +323,24 @@ HRESULT CFilterGraph::GetState(LONG timeoutMs, OAFilterState* state) {
     };
     if (wanted(state))
         return S_OK;
-    GstClockTime timeout =
-        timeoutMs < 0 ? GST_CLOCK_TIME_NONE : static_cast<GstClockTime>(timeoutMs) * GST_MSECOND;
+    gint64 deadline = g_get_monotonic_time() + static_cast<gint64>(timeoutMs) * 1000;
     GstState current = GST_STATE_NULL, pending = GST_STATE_VOID_PENDING;
-    GstStateChangeReturn ret = gst_element_get_state(m_pipeline, &current, &pending, timeout);
-    if (wanted(state))
-        return S_OK;
+    GstStateChangeReturn ret;
+    for (;;) {
+        gint64 left = deadline - g_get_monotonic_time();
+        GstClockTime timeout =
+            timeoutMs < 0 ? GST_CLOCK_TIME_NONE
+                          : static_cast<GstClockTime>(std::max<gint64>(left, 0)) * GST_USECOND;
+        ret = gst_element_get_state(m_pipeline, &current, &pending, timeout);
+        if (wanted(state))
+            return S_OK;
+        // A wait cut short by a change of the buffer's making is no failure:
+        // wait on for what is left of the time.
+        bool interrupted = ret == GST_STATE_CHANGE_FAILURE &&
+                           GST_STATE_RETURN(m_pipeline) != GST_STATE_CHANGE_FAILURE;
+        if (!interrupted || (timeoutMs >= 0 && left <= 0))
+            break;
+    }
     *state = ToFilterState(current);
     switch (ret) {
     case GST_STATE_CHANGE_FAILURE:

@@ -134,6 +134,7 @@ private:
     std::condition_variable m_eventReady;
     std::deque<GraphEvent> m_events;
     OAFilterState m_target = State_Stopped;
+    bool m_live = false;
     bool m_buffering = false;
     bool m_complete = false;
     LONG m_completeCode = 0;

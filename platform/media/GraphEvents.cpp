@@ -108,7 +108,7 @@ void CFilterGraph::OnBuffering(GstMessage* message) {
         return;
     {
         std::lock_guard<std::mutex> lock(m_eventLock);
-        bool buffering = percent < 100 && m_target == State_Running;
+        bool buffering = percent < 100 && m_target == State_Running && !m_live;
         if (buffering == m_buffering)
             return;
         m_buffering = buffering;

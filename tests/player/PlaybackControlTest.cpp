@@ -172,7 +172,7 @@ TEST_F(PlayerTest, MuteKeepsTheVolumeAside) {
     // Neither the volume nor mute outlives the medium.
     m_player->SetVolume(20);
     m_player->ToggleMute();
-    ASSERT_TRUE(Play(Media().Audio()));
+    ASSERT_TRUE(Play(Media().Audio())) << FirstBox();
     EXPECT_FALSE(m_player->m_bMuted);
     EXPECT_EQ(50, m_player->m_volume);
     EXPECT_EQ(-1505, GraphVolume(*m_player));

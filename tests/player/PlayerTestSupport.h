@@ -224,7 +224,14 @@ protected:
     static std::string StageDir() { return StagedStartDir(); }
     static TestMedia& Media() { return TestMedia::Get(); }
 
-    BOOL Play(const std::string& path) { return m_player->PlayFileLav(CString(path), &m_frame); }
+    // Plays; a failure's messages go to the test's output as well.
+    BOOL Play(const std::string& path) {
+        size_t before = m_boxes.Texts().size();
+        BOOL played = m_player->PlayFileLav(CString(path), &m_frame);
+        for (size_t i = before; !played && i < m_boxes.Texts().size(); ++i)
+            fprintf(stderr, "message: %s\n", m_boxes.Texts()[i].ToUtf8().c_str());
+        return played;
+    }
     // The first message shown, for a failure's report.
     std::string FirstBox() const {
         return m_boxes.Texts().empty() ? std::string() : m_boxes.Texts()[0].ToUtf8();
