@@ -172,6 +172,14 @@ TEST(CurlinetOptions, AreGivenInTheirFixedOrder) {
     for (const CurlOption& o : net.TransferOptions(url, nullptr, bundle, cert))
         blocking.push_back(o.id);
     EXPECT_EQ(blocking, (std::vector<int>{10002, 42, 20011, 52, 10097, 10065, 80, 10001, 41}));
+    // A watched blocking transfer adds the progress options, still without a user agent.
+    net.m_watch = [](uint64_t, uint64_t) { return true; };
+    blocking.clear();
+    for (const CurlOption& o : net.TransferOptions(url, nullptr, bundle, cert))
+        blocking.push_back(o.id);
+    EXPECT_EQ(blocking, (std::vector<int>{10002, 42, 20011, 52, 10097, 10065, 80, 10001, 41, 43,
+                                          20219, 10057}));
+    net.m_watch = nullptr;
 
     std::vector<CurlOption> job = net.TransferOptions(url, &agent, bundle, cert);
     std::vector<int> ids;
