@@ -336,8 +336,10 @@ HRESULT CFilterGraph::GetState(LONG timeoutMs, OAFilterState* state) {
             return S_OK;
         // A wait cut short by a change of the buffer's making is no failure:
         // wait on for what is left of the time.
+        GST_OBJECT_LOCK(m_pipeline);
         bool interrupted = ret == GST_STATE_CHANGE_FAILURE &&
                            GST_STATE_RETURN(m_pipeline) != GST_STATE_CHANGE_FAILURE;
+        GST_OBJECT_UNLOCK(m_pipeline);
         if (!interrupted || (timeoutMs >= 0 && left <= 0))
             break;
     }
