@@ -129,6 +129,13 @@ public:
                                "audio/x-raw,rate=22050,channels=1 ! audioconvert ! "
                                "lamemp3enc target=bitrate bitrate=32 cbr=true");
     }
+    // Constant-bitrate MP3 as stations send it: 128 kbit/s, 44.1 kHz
+    // stereo, 3.5 s.
+    const std::string& Mp3Radio() {
+        return Make("radio.mp3", "audiotestsrc num-buffers=150 samplesperbuffer=1024 ! "
+                                 "audio/x-raw,rate=44100,channels=2 ! audioconvert ! "
+                                 "lamemp3enc target=bitrate bitrate=128 cbr=true");
+    }
     // Bytes that are no medium.
     const std::string& Corrupt() {
         auto [it, fresh] = m_made.emplace("corrupt.mkv", m_dir / "corrupt.mkv");
