@@ -28,8 +28,8 @@ void CMediaPlayer::OnStreamTitleEvent(IPlayerFrame* pFrame) {
 
 IStreamRecorder* CMediaPlayer::Recorder() {
     IStreamRecorder* recorder = nullptr;
-    if (!m_pLavSrc || FAILED(m_pLavSrc->QueryInterface(IID_IStreamRecorder,
-                                                       reinterpret_cast<void**>(&recorder))))
+    if (!m_pLavSrc ||
+        FAILED(m_pLavSrc->QueryInterface(IID_IStreamRecorder, reinterpret_cast<void**>(&recorder))))
         return nullptr;
     return recorder;
 }

@@ -1,5 +1,6 @@
 #include "modules/lav/LavSplitterSource.h"
 
+#include <gio/gio.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -40,10 +41,15 @@ void OnSourceSetup(GstElement*, GstElement* source, gpointer) {
     GObjectClass* type = G_OBJECT_GET_CLASS(source);
     if (g_object_class_find_property(type, "latency"))
         g_object_set(source, "latency", kLiveLatencyMs, nullptr);
-    if (g_object_class_find_property(type, "ssl-ca-file") &&
+    // The database, not the file name: the network library behind the
+    // source takes only the former.
+    if (g_object_class_find_property(type, "tls-database") &&
         g_file_test(kCertificateFile, G_FILE_TEST_IS_REGULAR)) {
         gchar* path = g_canonicalize_filename(kCertificateFile, nullptr);
-        g_object_set(source, "ssl-ca-file", path, nullptr);
+        if (GTlsDatabase* database = g_tls_file_database_new(path, nullptr)) {
+            g_object_set(source, "tls-database", database, nullptr);
+            g_object_unref(database);
+        }
         g_free(path);
     }
 }

@@ -108,12 +108,12 @@ std::string CStreamTap::ExtensionForCaps(const GstCaps* caps) {
         const char* extension;
     };
     static const Known known[] = {
-        {"application/ogg", "ogg"},   {"audio/ogg", "ogg"},       {"audio/x-flac", "flac"},
-        {"video/mpegts", "ts"},       {"audio/x-m4a", "m4a"},     {"video/quicktime", "mp4"},
-        {"audio/x-matroska", "mka"},  {"video/x-matroska", "mkv"}, {"video/webm", "webm"},
-        {"audio/webm", "webm"},       {"audio/x-wav", "wav"},     {"video/x-flv", "flv"},
-        {"audio/x-ac3", "ac3"},       {"audio/x-opus", "opus"},   {"application/x-id3", "mp3"},
-        {"audio/aac", "aac"},         {"audio/x-aac", "aac"},     {"audio/x-ms-asf", "wma"},
+        {"application/ogg", "ogg"},  {"audio/ogg", "ogg"},        {"audio/x-flac", "flac"},
+        {"video/mpegts", "ts"},      {"audio/x-m4a", "m4a"},      {"video/quicktime", "mp4"},
+        {"audio/x-matroska", "mka"}, {"video/x-matroska", "mkv"}, {"video/webm", "webm"},
+        {"audio/webm", "webm"},      {"audio/x-wav", "wav"},      {"video/x-flv", "flv"},
+        {"audio/x-ac3", "ac3"},      {"audio/x-opus", "opus"},    {"application/x-id3", "mp3"},
+        {"audio/aac", "aac"},        {"audio/x-aac", "aac"},      {"audio/x-ms-asf", "wma"},
         {"video/x-ms-asf", "asf"},
     };
     for (const Known& k : known) {
@@ -154,12 +154,11 @@ int CStreamTap::Start(const std::string& folder, const std::string& name) {
     std::lock_guard<std::mutex> lock(m_lock);
     if (!m_probe) {
         m_tap = tap;
-        m_probe = gst_pad_add_probe(
-            tap,
-            static_cast<GstPadProbeType>(GST_PAD_PROBE_TYPE_BUFFER |
-                                         GST_PAD_PROBE_TYPE_BUFFER_LIST |
-                                         GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
-            OnData, this, nullptr);
+        m_probe = gst_pad_add_probe(tap,
+                                    static_cast<GstPadProbeType>(
+                                        GST_PAD_PROBE_TYPE_BUFFER | GST_PAD_PROBE_TYPE_BUFFER_LIST |
+                                        GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM),
+                                    OnData, this, nullptr);
     }
     return 0;
 }

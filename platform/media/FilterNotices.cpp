@@ -40,10 +40,9 @@ std::string TagText(const GstTagList* tags, const char* tag) {
 } // namespace
 
 void NotifyGraph(GstElement* filterBin, LONG code, LONG_PTR param1, LONG_PTR param2) {
-    GstStructure* s = gst_structure_new(kGraphNotice, "code", G_TYPE_INT, static_cast<gint>(code),
-                                        "param1", G_TYPE_INT64, static_cast<gint64>(param1),
-                                        "param2", G_TYPE_INT64, static_cast<gint64>(param2),
-                                        nullptr);
+    GstStructure* s = gst_structure_new(
+        kGraphNotice, "code", G_TYPE_INT, static_cast<gint>(code), "param1", G_TYPE_INT64,
+        static_cast<gint64>(param1), "param2", G_TYPE_INT64, static_cast<gint64>(param2), nullptr);
     gst_element_post_message(filterBin, gst_message_new_element(GST_OBJECT(filterBin), s));
 }
 

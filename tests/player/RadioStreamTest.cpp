@@ -58,7 +58,8 @@ TEST_F(RadioTest, TitlesReachTheFrameAndTheRecordingKeepsEachSongAsSent) {
     EXPECT_TRUE(m_player->m_bStream);
     EXPECT_EQ(0, m_player->m_duration);
     CString error;
-    ASSERT_TRUE(m_player->StartRecording(CString(m_recordings / "Radio"), u"Loopback Radio", &error))
+    ASSERT_TRUE(
+        m_player->StartRecording(CString(m_recordings / "Radio"), u"Loopback Radio", &error))
         << error.ToUtf8();
     EXPECT_TRUE(m_player->IsRecording());
     m_release = true;
@@ -98,7 +99,8 @@ TEST_F(RadioTest, AWriteErrorStopsTheRecordingAndPlaybackGoesOn) {
     EXPECT_TRUE(PollFor(10000, [&] { return !m_radio.m_recordingStops.empty(); }));
     setrlimit(RLIMIT_FSIZE, &old);
     ASSERT_EQ(1u, m_radio.m_recordingStops.size());
-    EXPECT_EQ(0, m_radio.m_recordingStops[0].Find(u"Recording stopped: ")) << m_radio.m_recordingStops[0].ToUtf8();
+    EXPECT_EQ(0, m_radio.m_recordingStops[0].Find(u"Recording stopped: "))
+        << m_radio.m_recordingStops[0].ToUtf8();
     EXPECT_GE(m_radio.m_recordingStops[0].Find(u"Song One.mp3"), 0);
     EXPECT_FALSE(m_player->IsRecording());
     EXPECT_EQ(2, m_player->m_state);
