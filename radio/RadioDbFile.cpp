@@ -1,6 +1,7 @@
 // The tables as a whole: the file's body, copying, clearing.
 #include "platform/base/File.h"
 #include "platform/base/MessageBox.h"
+#include "platform/base/ReplacingFile.h"
 #include "radio/ListIndexes.h"
 #include "radio/RadioBrowseDb.h"
 #include "radio/StationSearchIndex.h"
@@ -104,19 +105,18 @@ void CRadioBrowseDb::InvalidateSearchIndex() {
 
 namespace {
 
-// Opens `path` and runs `work` on it; a failure to open and any exception on
-// the way are shown with the exception's own report and give 0. `work` gives
-// 0 when it has abandoned the file itself.
-template <typename Work>
-BOOL WithRadioFile(const CString& path, UINT openFlags, Work work) {
-    CFile file;
+// Runs `work` on a file that `open` opened; a failure to open and any
+// exception on the way are shown with the exception's own report and give 0.
+// `work` gives 0 when it has abandoned the file itself.
+template <typename Open, typename Work>
+BOOL WithRadioFile(CFile& file, Open open, Work work) {
     CFileException error;
-    if (!file.Open(path, openFlags, &error)) {
+    if (!open(error)) {
         error.ReportError();
         return FALSE;
     }
     try {
-        if (!work(file)) {
+        if (!work()) {
             file.Abort();
             return FALSE;
         }
@@ -132,7 +132,10 @@ BOOL WithRadioFile(const CString& path, UINT openFlags, Work work) {
 } // namespace
 
 BOOL SaveRadioBrowseFile(const CRadioBrowseDb& db, const CString& path) {
-    return WithRadioFile(path, CFile::modeCreate | CFile::modeWrite, [&](CFile& file) {
+    // The old database stays until the new one is complete on the disc.
+    CReplacingFile file;
+    const auto open = [&](CFileException& error) { return file.OpenForReplace(path, &error); };
+    return WithRadioFile(file, open, [&] {
         CArchive ar(&file, CArchive::store, 4096);
         ar << int32_t{1};
         db.StoreTo(ar);
@@ -142,7 +145,11 @@ BOOL SaveRadioBrowseFile(const CRadioBrowseDb& db, const CString& path) {
 }
 
 BOOL LoadRadioBrowseFile(CRadioBrowseDb& db, const CString& path) {
-    return WithRadioFile(path, CFile::modeRead | CFile::shareDenyWrite, [&](CFile& file) {
+    CFile file;
+    const auto open = [&](CFileException& error) {
+        return file.Open(path, CFile::modeRead | CFile::shareDenyWrite, &error);
+    };
+    return WithRadioFile(file, open, [&] {
         if (file.GetLength() == 0)
             return FALSE;
         CArchive ar(&file, CArchive::load, 4096);
