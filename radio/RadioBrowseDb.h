@@ -34,6 +34,10 @@ public:
     CTagArray m_tags;
     CStateArray m_states;
     CStation m_work;
+    // The last parsed directory did not end with the closing tag of its root
+    // element: it was cut short, whatever the number of stations, and is
+    // judged corrupt with the limits.
+    BOOL m_bDirectoryCut = FALSE;
 
     BOOL m_bFindName = FALSE;
     BOOL m_bFindCountry = FALSE;

@@ -5,33 +5,64 @@
 #include <atomic>
 #include <cstdio>
 #include <functional>
+#include <mutex>
 #include <string>
 #include <thread>
 
 #include "platform/base/AppContext.h"
+#include "platform/base/File.h"
 #include "platform/base/UserMessages.h"
 #include "platform/base/Window.h"
 
-// Prints each status text the job shows, line by line, and notes the end.
+inline void PrintStatus(CString text) {
+    if (text.IsEmpty())
+        return;
+    text.Remove(u'\r');
+    printf("%s\n", text.ToUtf8().c_str());
+    fflush(stdout);
+}
+
+// The job's progress window as a console sees it: with printStatus, prints
+// each status text the window is told of; notes the end.
 class CConsoleProgress : public CMessageTarget {
 public:
+    explicit CConsoleProgress(bool printStatus = true) : m_printStatus(printStatus) {}
     LRESULT OnWindowMessage(UINT message, WPARAM, LPARAM) override {
-        if (message == UM_UPDATE_STATUS) {
-            CString text;
-            if (AfxGetAppContext().GetUpdateStatus(text) && !text.IsEmpty()) {
-                text.Remove(u'\r');
-                printf("%s\n", text.ToUtf8().c_str());
-                fflush(stdout);
-            }
-        } else if (message == UM_UPDATE_IDLE) {
+        CString text;
+        if (message == UM_UPDATE_STATUS && m_printStatus && AfxGetAppContext().GetUpdateStatus(text))
+            PrintStatus(text);
+        else if (message == UM_UPDATE_IDLE)
             m_idle = true;
-        }
         return 0;
     }
     bool Idle() const { return m_idle; }
 
 private:
+    bool m_printStatus;
     bool m_idle = false;
+};
+
+// A status slot that prints each text the moment it is set, so a job needs
+// no pause for its texts to be read. Registered while it lives.
+class CConsoleStatus : public IAppContext {
+public:
+    CConsoleStatus() { AfxSetAppContext(this); }
+    ~CConsoleStatus() override { AfxSetAppContext(nullptr); }
+    CString GetStartDirectory() const override { return GetCurrentDirectoryW(); }
+    void SetUpdateStatus(const CString& text) override {
+        std::lock_guard<std::mutex> lock(m_lock);
+        m_text = text;
+        PrintStatus(text);
+    }
+    BOOL GetUpdateStatus(CString& out) override {
+        std::lock_guard<std::mutex> lock(m_lock);
+        out = m_text;
+        return TRUE;
+    }
+
+private:
+    std::mutex m_lock;
+    CString m_text;
 };
 
 // Runs `work` on a worker thread while this thread delivers what it posts.
