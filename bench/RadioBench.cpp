@@ -11,7 +11,7 @@
 #include <string>
 
 #include "radio/RadioBrowseDb.h"
-#include "tests/support/StationDirectoryWriter.h"
+#include "bench/StationDirectoryWriter.h"
 
 namespace {
 

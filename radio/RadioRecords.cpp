@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "radio/StationText.h"
+
 void CStation::Reset() {
     m_name.Empty();
     m_url.Empty();
@@ -15,10 +17,7 @@ void CStation::Reset() {
 }
 
 std::u16string FoldForSort(const CString& text) {
-    std::u16string folded(text.str());
-    for (char16_t& ch : folded)
-        ch = ToLowerUnit(ch);
-    return folded;
+    return FoldedStationText(text.view());
 }
 
 namespace {

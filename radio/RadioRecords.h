@@ -84,5 +84,6 @@ public:
     void SortStates();
 };
 
-// The sort key the program uses for text "without case": each unit lowered.
+// The sort key of text "without case": decoded as people read it, in simple
+// case folding.
 std::u16string FoldForSort(const CString& text);

@@ -1,13 +1,13 @@
 // The search over all stations: every criterion that is set must hold, the
 // tags among themselves need only one. A text criterion holds when it occurs
-// anywhere in its field, both taken in upper case.
+// anywhere in its field, both decoded and in simple case folding.
 #include <algorithm>
 #include <iterator>
 
 #include "radio/RadioBrowseDb.h"
 #include "radio/StationSearchIndex.h"
+#include "radio/StationText.h"
 #include "radio/TextFind.h"
-#include "radio/TextKeys.h"
 
 CStationSearchIndex::CStationSearchIndex(const CStationAr& stations) : m_size(stations.GetSize()) {
     size_t total = 0;
@@ -15,15 +15,16 @@ CStationSearchIndex::CStationSearchIndex(const CStationAr& stations) : m_size(st
         total += s.m_name.str().size() + s.m_country.str().size() + s.m_state.str().size() +
                  s.m_language.str().size() + s.m_tags.str().size();
     }
+    // Decoding never makes text longer.
     m_text.reserve(total);
     m_spans.reserve(static_cast<size_t>(m_size) * fieldCount);
     for (const CStation& s : stations) {
         for (const CString* field :
              {&s.m_name, &s.m_country, &s.m_state, &s.m_language, &s.m_tags}) {
             const size_t begin = m_text.size();
-            for (char16_t ch : field->str())
-                m_text.push_back(ToUpperUnit(ch));
-            m_spans.push_back({begin, field->str().size()});
+            AppendFoldedStationText(field->view(), m_text);
+            m_spans.push_back(
+                {static_cast<uint32_t>(begin), static_cast<uint32_t>(m_text.size() - begin)});
         }
     }
 }
@@ -54,13 +55,15 @@ int CRadioBrowseDb::SearchStations() {
         m_searchIndex = std::make_unique<CStationSearchIndex>(m_stations);
     const CStationSearchIndex& index = *m_searchIndex;
 
-    const std::u16string name = UpperText(m_findName.view());
-    const std::u16string country = UpperText(m_findCountry.view());
-    const std::u16string state = UpperText(m_findState.view());
-    const std::u16string language = UpperText(m_findLanguage.view());
+    // Criteria come as people type them; decoding them too lets a criterion
+    // taken from the tables (a state, a tag) match as well.
+    const std::u16string name = FoldedStationText(m_findName.view());
+    const std::u16string country = FoldedStationText(m_findCountry.view());
+    const std::u16string state = FoldedStationText(m_findState.view());
+    const std::u16string language = FoldedStationText(m_findLanguage.view());
     std::vector<std::u16string> tags;
     for (const CString& tag : m_findTags)
-        tags.push_back(UpperText(tag.view()));
+        tags.push_back(FoldedStationText(tag.view()));
 
     auto occurs = [](std::u16string_view field, const std::u16string& pattern) {
         return FindUnits(field, pattern) != std::u16string_view::npos;

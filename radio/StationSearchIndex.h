@@ -1,7 +1,8 @@
-// The searchable fields of every station in upper case, made once per table
-// instead of once per test. Laid out in one block so that a scan over all
-// stations reads memory in order.
+// The searchable fields of every station as people read them (decoded) and in
+// simple case folding, made once per table instead of once per test. Laid out
+// in one block so that a scan over all stations reads memory in order.
 #pragma once
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,8 +23,8 @@ public:
 
 private:
     struct Span {
-        size_t begin;
-        size_t length;
+        uint32_t begin;
+        uint32_t length;
     };
     int m_size = 0;
     std::u16string m_text;

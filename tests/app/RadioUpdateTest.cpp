@@ -15,7 +15,7 @@
 #include "tests/support/JobRecorders.h"
 #include "tests/support/MessageBoxRecorder.h"
 #include "tests/support/PrintCString.h"
-#include "tests/support/StationDirectoryWriter.h"
+#include "bench/StationDirectoryWriter.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/TestHttpServer.h"
 

@@ -5,7 +5,7 @@
 
 #include "radio/RadioBrowseDb.h"
 #include "tests/radio/RadioTestSupport.h"
-#include "tests/support/StationDirectoryWriter.h"
+#include "bench/StationDirectoryWriter.h"
 #include "tests/support/TempDir.h"
 
 namespace {

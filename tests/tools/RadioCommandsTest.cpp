@@ -6,7 +6,7 @@
 #include <string>
 
 #include "tests/support/OrvexctlRun.h"
-#include "tests/support/StationDirectoryWriter.h"
+#include "bench/StationDirectoryWriter.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/TestHttpServer.h"
 

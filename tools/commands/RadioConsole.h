@@ -1,6 +1,5 @@
-// What the radio subcommands share: the progress window of the update job as
-// a console sees it, and the conversions between the database's text, which
-// holds the directory's bytes one per character, and the terminal's UTF-8.
+// What the radio subcommands share: the progress window and the status slot
+// of the update job as a console sees them.
 #pragma once
 #include <atomic>
 #include <cstdio>
@@ -76,23 +75,4 @@ inline void RunWhilePumping(const std::function<void()>& work) {
         PumpMessages(50);
     worker.join();
     PumpMessages();
-}
-
-// The database keeps the directory's bytes as characters; give them back.
-inline std::string StationText(const CString& text) {
-    std::string bytes;
-    for (char16_t ch : text.str()) {
-        if (ch > 0xFF)
-            return text.ToUtf8();
-        bytes.push_back(static_cast<char>(ch));
-    }
-    return bytes;
-}
-
-// A criterion typed in UTF-8, in the database's form: a character a byte.
-inline CString CriterionText(const std::string& utf8) {
-    std::u16string text;
-    for (unsigned char c : utf8)
-        text.push_back(c);
-    return CString(std::move(text));
 }
