@@ -5,7 +5,7 @@
 #include "radio/StationText.h"
 
 int COrvexDoc::ImportStationResults(CString topicName, int maxCount) {
-    CStationAr& results = m_radioDb.m_results;
+    const CStationResults& results = m_radioDb.m_results;
     if (results.IsEmpty() || topicName.IsEmpty())
         return 0;
     CMediaArray items;

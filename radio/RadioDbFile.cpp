@@ -26,6 +26,13 @@ void ReadTable(CArchive& ar, Array& table, ReadOne readOne) {
     }
 }
 
+std::unique_ptr<CStationSearchIndex> IndexOf(const CStationAr& stations) {
+    auto index = std::make_unique<CStationSearchIndex>();
+    for (const CStation& station : stations)
+        index->Append(station);
+    return index;
+}
+
 template <typename Record>
 void ReadCodeRecord(CArchive& ar, Record& record) {
     ar >> record.m_name >> record.m_code >> record.m_used;
@@ -58,9 +65,13 @@ void CRadioBrowseDb::StoreTo(CArchive& ar) const {
 
 void CRadioBrowseDb::LoadFrom(CArchive& ar) {
     InvalidateSearchIndex();
+    // The search's index grows with the stations, each indexed while its
+    // text is at hand, so that even the first search after a load is quick.
+    m_searchIndex = std::make_unique<CStationSearchIndex>();
     ReadTable(ar, m_stations, [&](CStation& s) {
         ar >> s.m_name >> s.m_url >> s.m_country >> s.m_state >> s.m_language >> s.m_tags;
         ar >> s.m_votes >> s.m_clicks;
+        m_searchIndex->Append(s);
     });
     ReadTable(ar, m_countries, [&](CCountryCode& c) { ReadCodeRecord(ar, c); });
     ReadTable(ar, m_tags, [&](CTag& t) { ar >> t.m_name >> t.m_count; });
@@ -73,6 +84,7 @@ void CRadioBrowseDb::AssignTables(const CRadioBrowseDb& other) {
         return;
     InvalidateSearchIndex();
     m_stations.Copy(other.m_stations);
+    m_searchIndex = IndexOf(m_stations);
     m_countries.Copy(other.m_countries);
     m_tags.Copy(other.m_tags);
     m_states.Copy(other.m_states);
@@ -100,7 +112,7 @@ int CRadioBrowseDb::FindNoCase(const CString& text, const CString& pattern) {
 
 void CRadioBrowseDb::InvalidateSearchIndex() {
     m_searchIndex.reset();
-    m_spareResults = std::vector<CStation>();
+    m_results.RemoveAll();
 }
 
 namespace {

@@ -45,12 +45,7 @@ public:
     friend bool operator==(const CTag&, const CTag&) = default;
 };
 
-class CStationAr : public CArray<CStation> {
-public:
-    // Sorts by the first key whose flag is set: name, then votes, then clicks.
-    // Votes and clicks fall back to the name, in the same direction.
-    void SortStations(BOOL ascending, BOOL byName, BOOL byVotes, BOOL byClicks);
-};
+class CStationAr : public CArray<CStation> {};
 
 template <typename Record>
 class CCodeArray : public CArray<Record> {

@@ -18,7 +18,7 @@ size_t ReadSequence(std::u16string_view text, size_t at, char32_t& code) {
     } else if (lead >= 0xE0 && lead <= 0xEF) {
         length = 3;
         code = lead & 0x0F;
-        low = lead == 0xE0 ? 0xA0 : 0x80; // no overlong forms
+        low = lead == 0xE0 ? 0xA0 : 0x80;  // no overlong forms
         high = lead == 0xED ? 0x9F : 0xBF; // no surrogates
     } else if (lead >= 0xF0 && lead <= 0xF4) {
         length = 4;
@@ -43,6 +43,11 @@ void Decode(std::u16string_view text, Put put) {
     const size_t size = text.size();
     for (size_t i = 0; i < size;) {
         const char16_t unit = text[i];
+        if (unit < 0x80) {
+            put(unit);
+            ++i;
+            continue;
+        }
         char32_t code = 0;
         const size_t length = unit >= 0xC2 && unit <= 0xF4 ? ReadSequence(text, i, code) : 0;
         if (length == 0) {
@@ -70,7 +75,14 @@ CString StationText(const CString& stored) {
 }
 
 void AppendFoldedStationText(std::u16string_view stored, std::u16string& out) {
-    Decode(stored, [&](char16_t unit) { out.push_back(FoldCaseUnit(unit)); });
+    // Written through a pointer into room made beforehand: decoding never
+    // makes text longer, and the search index folds millions of units.
+    const size_t start = out.size();
+    out.resize(start + stored.size());
+    char16_t* next = out.data() + start;
+    const char16_t* const fold = CaseFoldTable();
+    Decode(stored, [&](char16_t unit) { *next++ = fold[unit]; });
+    out.resize(static_cast<size_t>(next - out.data()));
 }
 
 std::u16string FoldedStationText(std::u16string_view stored) {

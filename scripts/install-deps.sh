@@ -18,6 +18,8 @@ PACKAGES=(
   gstreamer1.0-x gstreamer1.0-gl gstreamer1.0-alsa gstreamer1.0-pulseaudio
   # tests and benchmarks
   googletest libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth
+  # the search benchmark's comparison only
+  libsqlite3-dev
 )
 
 missing=()

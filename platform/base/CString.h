@@ -157,6 +157,8 @@ bool IsWhiteSpaceUnit(char16_t ch);
 // Plane: "É" and "é" fold alike, "ı" and "i" don't. For comparing text
 // without case the way people expect; surrogate units stay as they are.
 char16_t FoldCaseUnit(char16_t ch);
+// The same folding as a table of all 65,536 units, for folding in bulk.
+const char16_t* CaseFoldTable();
 
 template <>
 struct std::hash<CString> {

@@ -96,6 +96,10 @@ const FoldTable& Folds() {
 
 } // namespace
 
+const char16_t* CaseFoldTable() {
+    return Folds().fold;
+}
+
 char16_t FoldCaseUnit(char16_t ch) {
     if (ch < 0x80)
         return (ch >= u'A' && ch <= u'Z') ? static_cast<char16_t>(ch + 32) : ch;

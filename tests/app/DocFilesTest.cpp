@@ -80,8 +80,8 @@ TEST(SaveContents, AFailedSaveLeavesEveryLibraryFileByteForByte) {
     // A folder that isn't there: the report names the file.
     boxes.Clear();
     EXPECT_FALSE(doc.SaveContents(dir.File("no/such/folder/c.dat")));
-    EXPECT_EQ(boxes.Texts(), std::vector<CString>{dir.File("no/such/folder/c.dat") +
-                                                  u" was not found."});
+    EXPECT_EQ(boxes.Texts(),
+              std::vector<CString>{dir.File("no/such/folder/c.dat") + u" was not found."});
 }
 
 TEST(LoadContents, LoadsShowsTheFavouritesAndTellsTreeThenList) {

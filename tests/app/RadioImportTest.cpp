@@ -23,14 +23,16 @@ const CTopic* RootTopic(const COrvexDoc& doc, const CString& name) {
 
 TEST(RadioImport, ResultsBecomeAudioStreamsAsPeopleReadThemUnderARootTopic) {
     COrvexDoc doc;
-    EXPECT_EQ(doc.ImportStationResults(CString(u"Imported Media"), 0), 0); // no results
+    CStationAr& stations = doc.m_radioDb.m_stations;
     for (int i = 0; i < 12; ++i)
-        doc.m_radioDb.m_results.Add(Station(u"Station", u"http://s/stream"));
-    doc.m_radioDb.m_results[0].m_name = u"!!Playlist: List";
+        stations.Add(Station(u"Station", u"http://s/stream"));
+    stations[0].m_name = u"!!Playlist: List";
     // The directory's UTF-8 bytes, one per character, as the database keeps them.
-    doc.m_radioDb.m_results[1].m_name = u"R\u00C3\u00A1dio \u00E6\u009D\u00B1";
-    doc.m_radioDb.m_results[1].m_url = u"http://s/caf\u00C3\u00A9";
-    doc.m_radioDb.m_bFindName = TRUE;
+    stations[1].m_name = u"R\u00C3\u00A1dio \u00E6\u009D\u00B1";
+    stations[1].m_url = u"http://s/caf\u00C3\u00A9";
+    EXPECT_EQ(doc.ImportStationResults(CString(u"Imported Media"), 0), 0); // no results
+    doc.m_radioDb.m_bMinVotes = TRUE;
+    ASSERT_EQ(doc.m_radioDb.SearchStations(), 12);
     EXPECT_EQ(doc.ImportStationResults(CString(), 0), 0);
     EXPECT_EQ(doc.ImportStationResults(CString(u"Imported Media"), 10), 10);
     const CTopic* topic = RootTopic(doc, CString(u"Imported Media"));
@@ -49,9 +51,9 @@ TEST(RadioImport, ResultsBecomeAudioStreamsAsPeopleReadThemUnderARootTopic) {
     EXPECT_EQ(doc.m_radioDb.CountCriteria(), 0);
 
     // A second import of the same stations doubles them.
-    doc.m_radioDb.m_results.Add(Station(u"A", u"http://a"));
+    doc.m_radioDb.m_results.AddStation(2);
     EXPECT_EQ(doc.ImportStationResults(CString(u"Imported Media"), 0), 1);
-    doc.m_radioDb.m_results.Add(Station(u"A", u"http://a"));
+    doc.m_radioDb.m_results.AddStation(2);
     EXPECT_EQ(doc.ImportStationResults(CString(u"Imported Media"), 0), 1);
     EXPECT_EQ(RootTopic(doc, CString(u"Imported Media"))->m_media.GetSize(), 12);
 }

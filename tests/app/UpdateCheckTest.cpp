@@ -50,8 +50,8 @@ protected:
 };
 
 TEST_F(UpdateCheckTest, TheLinesOfTheVersionFileDecide) {
-    const CString newer = CString(u"A newer version, 0.9.0.1, is available at: ") +
-                          CString(kProjectWebAddress);
+    const CString newer =
+        CString(u"A newer version, 0.9.0.1, is available at: ") + CString(kProjectWebAddress);
     const struct {
         std::string file;
         CString box;
@@ -64,9 +64,9 @@ TEST_F(UpdateCheckTest, TheLinesOfTheVersionFileDecide) {
         {"Orvex 0.9.0.1\n\n", kFailed},
         {"Orvex 0.9.0.10", kFailed},
         {"Orvex 0.9.a.0", kFailed},
-        {"Orvex 0.9.0.\xd9\xa3", kFailed}, // a digit, but not a decimal one of ASCII
-        {"Orvex 0.9.1.x", newer.Left(16)}, // the letter lies behind the difference
-        {"Orvex 0x9y0z0", kLatest},        // the other side's dots aren't read
+        {"Orvex 0.9.0.\xd9\xa3", kFailed},        // a digit, but not a decimal one of ASCII
+        {"Orvex 0.9.1.x", newer.Left(16)},        // the letter lies behind the difference
+        {"Orvex 0x9y0z0", kLatest},               // the other side's dots aren't read
         {"Orvex 0.9.0.0\n\n\n\n\n\n\n", kFailed}, // 20 bytes are read
         {"Gone", kFailed},
     };
@@ -107,10 +107,11 @@ TEST_F(UpdateCheckTest, AServerThatAnswersWithoutEndCannotFillTheDisc) {
     endless.endless = true;
     m_server.Route(kVersionPath, endless);
     CheckForUpdates(m_data.Str(), CString(m_server.Url("")), u"0.9.0.0");
-    EXPECT_EQ(m_boxes.Texts(),
-              (std::vector<CString>{u"Cancelling download - maximum file size exceeded.",
-                                    CString(u"Unable to check for updates. Download Failed: Error ") +
-                                        curl_easy_strerror(CURLE_WRITE_ERROR)}));
+    EXPECT_EQ(
+        m_boxes.Texts(),
+        (std::vector<CString>{u"Cancelling download - maximum file size exceeded.",
+                              CString(u"Unable to check for updates. Download Failed: Error ") +
+                                  curl_easy_strerror(CURLE_WRITE_ERROR)}));
     EXPECT_LE(std::filesystem::file_size(m_data / "results.txt"), kVersionDownloadLimit);
 
     // The statistics file is cut off without a word; the check goes on.

@@ -61,7 +61,8 @@ TEST_F(CurlinetJobTest, MissingHandlesAreRefusedBeforeAnythingElse) {
     const struct {
         HWND main, progress;
         CEvent* cancel;
-    } missing[] = {{nullptr, progress, &m_cancel}, {main, nullptr, &m_cancel}, {main, progress, nullptr}};
+    } missing[] = {
+        {nullptr, progress, &m_cancel}, {main, nullptr, &m_cancel}, {main, progress, nullptr}};
     for (const auto& call : missing) {
         CString error;
         EXPECT_FALSE(net.GetInternetDataUnicodeThread(U(m_server.Url("/x")), Target(), &error,

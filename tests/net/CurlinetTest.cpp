@@ -92,8 +92,8 @@ TEST_F(CurlinetTest, FailuresReportLibcurlsWords) {
     // A target that can't be opened fails quietly before connecting.
     const int connections = m_server.ConnectionCount();
     error = kUntouched;
-    EXPECT_FALSE(net.GetInternetData(U(m_server.Url("/cut")), m_dir.File("no/such/r.txt"), &error,
-                                     0));
+    EXPECT_FALSE(
+        net.GetInternetData(U(m_server.Url("/cut")), m_dir.File("no/such/r.txt"), &error, 0));
     EXPECT_EQ(error, kUntouched);
     EXPECT_EQ(m_server.ConnectionCount(), connections);
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 
 #include "platform/base/File.h"
-#include "platform/base/ReplacingFile.h"
 #include "platform/base/MessageBox.h"
+#include "platform/base/ReplacingFile.h"
 #include "tests/support/MessageBoxRecorder.h"
 #include "tests/support/TempDir.h"
 
@@ -136,8 +136,8 @@ TEST(CReplacingFile, AFailedWriteLeavesTheOldFileAndNamesItInTheReport) {
         file.Write(bytes.data(), static_cast<UINT>(bytes.size()));
         FAIL() << "the write passed the limit";
     } catch (const CFileException& e) {
-        EXPECT_EQ(e.GetErrorMessage(), CString(u"Disk full while accessing ") +
-                                           dir.File("c.dat") + u".");
+        EXPECT_EQ(e.GetErrorMessage(),
+                  CString(u"Disk full while accessing ") + dir.File("c.dat") + u".");
     }
     file.Abort();
     EXPECT_EQ(TempDir::Read(dir / "c.dat"), old);

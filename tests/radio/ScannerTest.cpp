@@ -54,7 +54,8 @@ TEST_F(ScannerTest, TakesTheKnownAttributesAndTheLaterUrl) {
                             "countrycode=\"TD\" country=\"Chad\"") +
                     "</result>"),
               3);
-    EXPECT_EQ(At(0), MakeStation(u"One", u"http://a/1", u"TD", u"Kanem", u"fr", u"pop,rock", 12, 34));
+    EXPECT_EQ(At(0),
+              MakeStation(u"One", u"http://a/1", u"TD", u"Kanem", u"fr", u"pop,rock", 12, 34));
     // Empty codes leave the names in place.
     EXPECT_EQ(At(1), MakeStation(u"A", u"http://second", u"Chad", u"", u"french", u""));
     EXPECT_EQ(At(2), MakeStation(u"B", u"http://u", u"TD", u"", u"", u""));
@@ -68,12 +69,11 @@ TEST_F(ScannerTest, ADocumentNotEndingWithItsRootClosedIsCut) {
     ASSERT_EQ(Parse(whole), 2);
     EXPECT_FALSE(m_db.m_bDirectoryCut);
     // Cut inside a value, inside a tag, between stations, in the closing tag.
-    for (const std::string& cut : {whole.substr(0, whole.find("http://y") + 3),
-                                   whole.substr(0, whole.rfind("</station>") + 4),
-                                   whole.substr(0, whole.rfind("<station")),
-                                   whole.substr(0, whole.size() - 4),
-                                   whole.substr(0, whole.size() - 10) + "</other>",
-                                   whole + "<result>"}) {
+    for (const std::string& cut :
+         {whole.substr(0, whole.find("http://y") + 3),
+          whole.substr(0, whole.rfind("</station>") + 4), whole.substr(0, whole.rfind("<station")),
+          whole.substr(0, whole.size() - 4), whole.substr(0, whole.size() - 10) + "</other>",
+          whole + "<result>"}) {
         Parse(cut);
         EXPECT_TRUE(m_db.m_bDirectoryCut) << cut;
     }

@@ -27,7 +27,10 @@ protected:
         Add("United One", "United States", "Ohio", "english", "", 5, 5);
         Add("Rockabilly Hour", "DE", "Berlin", "de,en", "rockabilly", 10, 300);
         Add("News 24", "GB", "", "en", "news,talk", 0, 0);
-        Add("Antenne M\xC3\x9CNCHEN", "DE", "Bayern", "de", "\xC3\x9C" "bersicht", 1, 1);
+        Add("Antenne M\xC3\x9CNCHEN", "DE", "Bayern", "de",
+            "\xC3\x9C"
+            "bersicht",
+            1, 1);
         Add("\xE6\x9D\xB1\xE4\xBA\xAC\xE3\x83\xA9\xE3\x82\xB8\xE3\x82\xAA", "JP", "", "ja", "", 2,
             2);
     }
@@ -131,16 +134,20 @@ TEST_F(SearchTest, CodesTagsAndNumbersAllMustHold) {
 }
 
 TEST_F(SearchTest, SortsTheDecodedNamesWithoutCaseAndByNumbersBothWays) {
-    Add("\xC3\x91" "b", "", "", "", "", 0, 0); // "Ñb"
-    Add("\xC3\xB1" "a", "", "", "", "", 0, 0); // "ña"
+    Add("\xC3\x91"
+        "b",
+        "", "", "", "", 0, 0); // "Ñb"
+    Add("\xC3\xB1"
+        "a",
+        "", "", "", "", 0, 0); // "ña"
     m_db.m_bMinVotes = TRUE;
     m_db.m_minVotes = 0;
     ASSERT_EQ(m_db.SearchStations(), 9);
     m_db.SortResults(TRUE, TRUE, FALSE, FALSE);
-    EXPECT_EQ(Names(), (std::vector<CString>{u"Antenne M\u00DCNCHEN", u"Caf\u00E9 Jazz", u"News 24",
-                                             u"Radio Paradise", u"Rockabilly Hour", u"United One",
-                                             u"\u00F1a", u"\u00D1b",
-                                             u"\u6771\u4EAC\u30E9\u30B8\u30AA"}));
+    EXPECT_EQ(Names(),
+              (std::vector<CString>{u"Antenne M\u00DCNCHEN", u"Caf\u00E9 Jazz", u"News 24",
+                                    u"Radio Paradise", u"Rockabilly Hour", u"United One",
+                                    u"\u00F1a", u"\u00D1b", u"\u6771\u4EAC\u30E9\u30B8\u30AA"}));
     m_db.SortResults(FALSE, FALSE, TRUE, FALSE);
     // Equal votes in descending order fall back to names descending.
     const std::vector<CString> byVotes = Names();
@@ -199,7 +206,8 @@ TEST(StationSearch, TextDecodesValidSequencesAndKeepsTheRest) {
     // themselves; decoded text stays as it is.
     EXPECT_EQ(StationText(Stored("caf\xE9 \xC0\xAF \xED\xA0\x80 \xE2\x82")),
               CString(u"caf\u00E9 \u00C0\u00AF \u00ED\u00A0\u0080 \u00E2\u0082"));
-    EXPECT_EQ(StationText(CString(u"M\u00FCnchen \u6771\u4EAC")), CString(u"M\u00FCnchen \u6771\u4EAC"));
+    EXPECT_EQ(StationText(CString(u"M\u00FCnchen \u6771\u4EAC")),
+              CString(u"M\u00FCnchen \u6771\u4EAC"));
     // Simple case folding, not upper-casing: sigma, Kelvin and dotless i.
     EXPECT_EQ(FoldedStationText(u"\u03A3\u03C2\u212A\u0131I\u1E9E"), u"\u03C3\u03C3k\u0131i\u00DF");
 }

@@ -150,9 +150,11 @@ TEST_F(StagesTest, ACancelIsSeenAfterEachStageButTheLast) {
             expected.push_back(CString(kStageTexts[k]));
         // Polled after every stage but the last, where the job runs to its
         // end: 6,000 stations are too few.
-        expected.push_back(stage < 4 ? CString(u"Canceling Update.")
-                                     : CString(u"Radio Browser data appears corrupt - update failed."));
-        EXPECT_EQ(std::vector<CString>(all.begin() + static_cast<long>(before), all.end()), expected);
+        expected.push_back(stage < 4
+                               ? CString(u"Canceling Update.")
+                               : CString(u"Radio Browser data appears corrupt - update failed."));
+        EXPECT_EQ(std::vector<CString>(all.begin() + static_cast<long>(before), all.end()),
+                  expected);
         EXPECT_EQ(WaitForSingleObject(&cancel, 0), stage < 4 ? WAIT_TIMEOUT : WAIT_OBJECT_0);
     }
 }

@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <string>
 
-#include "tests/support/OrvexctlRun.h"
 #include "bench/StationDirectoryWriter.h"
+#include "tests/support/OrvexctlRun.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/TestHttpServer.h"
 

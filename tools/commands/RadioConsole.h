@@ -28,7 +28,8 @@ public:
     explicit CConsoleProgress(bool printStatus = true) : m_printStatus(printStatus) {}
     LRESULT OnWindowMessage(UINT message, WPARAM, LPARAM) override {
         CString text;
-        if (message == UM_UPDATE_STATUS && m_printStatus && AfxGetAppContext().GetUpdateStatus(text))
+        if (message == UM_UPDATE_STATUS && m_printStatus &&
+            AfxGetAppContext().GetUpdateStatus(text))
             PrintStatus(text);
         else if (message == UM_UPDATE_IDLE)
             m_idle = true;
