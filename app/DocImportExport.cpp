@@ -67,16 +67,21 @@ BOOL COrvexDoc::ReadPlaylist(BOOL pls, const CString& source, const CString& top
     *count = 0;
     CWaitCursor wait;
     CString file = source;
+    // Relative entries of a file on this machine belong beside it.
+    CString folder = source.Left(source.ReverseFind(u'/'));
+    if (source.ReverseFind(u'/') < 0)
+        folder = GetCurrentDirectoryW();
     if (IsUrlSource(source)) {
         file = m_dataFolder + u"/results.txt";
+        folder.Empty();
         if (!DownloadPlaylist(source, file, pls ? u"ReadPls" : u"ReadM3u"))
             return FALSE;
     }
     CStringArray titles;
     CStringArray locations;
     try {
-        const BOOL opened =
-            pls ? ReadPlsEntries(file, titles, locations) : ReadM3uEntries(file, titles, locations);
+        const BOOL opened = pls ? ReadPlsEntries(file, folder, titles, locations)
+                                : ReadM3uEntries(file, folder, titles, locations);
         if (!opened)
             return FALSE;
     } catch (const CFileException& e) {

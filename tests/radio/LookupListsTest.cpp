@@ -63,7 +63,7 @@ CTagArray ReferenceTags(const CStationAr& stations, int minCount) {
             kept.Add(tag);
     }
     std::stable_sort(kept.begin(), kept.end(), [](const CTag& a, const CTag& b) {
-        return a.m_name.CompareNoCase(b.m_name) < 0;
+        return FoldForSort(a.m_name) < FoldForSort(b.m_name);
     });
     return kept;
 }
@@ -90,8 +90,9 @@ CStateArray ReferenceStates(const CStationAr& stations) {
         }
     }
     std::stable_sort(states.begin(), states.end(), [](const CState& a, const CState& b) {
-        const int code = a.m_countryCode.CompareNoCase(b.m_countryCode);
-        return code != 0 ? code < 0 : a.m_name.CompareNoCase(b.m_name) < 0;
+        const std::u16string codeA = FoldForSort(a.m_countryCode);
+        const std::u16string codeB = FoldForSort(b.m_countryCode);
+        return codeA != codeB ? codeA < codeB : FoldForSort(a.m_name) < FoldForSort(b.m_name);
     });
     return states;
 }
