@@ -62,6 +62,35 @@ void COrvexDoc::SetFolderLocations(const CString& contentsFolder, const CString&
     m_bContentsChanged = TRUE;
 }
 
+void COrvexDoc::OnFolderLocations() {
+    if (!m_pDialogs)
+        return;
+    CFoldersFields dialog;
+    dialog.m_contentsFolder = m_contentsFolder;
+    dialog.m_videoFolder = m_videoFolder;
+    if (m_pDialogs->DoModal(dialog) == IDOK)
+        SetFolderLocations(dialog.m_contentsFolder, dialog.m_videoFolder);
+}
+
+void COrvexDoc::OnLavSetup() {
+    if (!m_pDialogs)
+        return;
+    CLavSetupFields dialog;
+    dialog.m_bWma2 = m_lavSetup.m_bWma2;
+    dialog.m_bWmaPro = m_lavSetup.m_bWmaPro;
+    dialog.m_bWmaAll = m_lavSetup.m_bWmaAll;
+    dialog.m_bStereoSpeakers = m_lavSetup.m_bStereoSpeakers;
+    if (m_pDialogs->DoModal(dialog) != IDOK)
+        return;
+    m_lavSetup.m_bWma2 = dialog.m_bWma2;
+    m_lavSetup.m_bWmaPro = dialog.m_bWmaPro;
+    m_lavSetup.m_bWmaAll = dialog.m_bWmaAll;
+    m_lavSetup.m_bStereoSpeakers = dialog.m_bStereoSpeakers;
+    // A running graph keeps what it was built with; the next one takes these.
+    if (dialog.m_bChanged)
+        m_bContentsChanged = TRUE;
+}
+
 void COrvexDoc::OnDiscChange(const CString& drive, BOOL arrived) {
     if (arrived) {
         UpdateAllViews(nullptr, HINT_DISC_ARRIVED, &drive);

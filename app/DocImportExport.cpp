@@ -62,10 +62,10 @@ BOOL COrvexDoc::ReadMediaRecords(const CString& path, const CString& topic, int*
 }
 
 BOOL COrvexDoc::ReadPlaylist(BOOL pls, const CString& source, const CString& topic, int* count) {
+    m_bPlaylistCancelled = FALSE;
     if (topic.IsEmpty())
         return FALSE;
     *count = 0;
-    CWaitCursor wait;
     CString file = source;
     // Relative entries of a file on this machine belong beside it.
     CString folder = source.Left(source.ReverseFind(u'/'));
@@ -77,6 +77,7 @@ BOOL COrvexDoc::ReadPlaylist(BOOL pls, const CString& source, const CString& top
         if (!DownloadPlaylist(source, file, pls ? u"ReadPls" : u"ReadM3u"))
             return FALSE;
     }
+    CWaitCursor wait;
     CStringArray titles;
     CStringArray locations;
     try {
@@ -133,6 +134,9 @@ BOOL COrvexDoc::ImportFromSource(ImportSource source, const CString& path, const
         ok = ReadPls(path, topic, &count);
     else if (source == IMPORT_SOURCE_M3U)
         ok = ReadM3u(path, topic, &count);
+    // A download the user stopped needs no word about it.
+    if (!ok && m_bPlaylistCancelled)
+        return FALSE;
     CString message;
     if (!ok)
         message.Format(u"Import from %s failed.", path);
@@ -238,6 +242,8 @@ BOOL COrvexDoc::ImportPlaylistItemTo(const CNodeArray& path, const CMediaItem& i
     const BOOL ok = IsPlsPlaylistItem(playlist) ? ReadPls(playlist.m_location, topic, &count)
                                                 : ReadM3u(playlist.m_location, topic, &count);
     if (!ok) {
+        if (m_bPlaylistCancelled)
+            return FALSE;
         if (count == 0)
             AfxMessageBox(CString(u"No radio stations in Playlist."), MB_OK | MB_ICONINFORMATION);
         else

@@ -4,6 +4,7 @@
 #pragma once
 #include <vector>
 
+#include "app/DocDialogs.h"
 #include "app/DocView.h"
 #include "contents/Extensions.h"
 #include "contents/MediaContents.h"
@@ -122,6 +123,24 @@ public:
     BOOL ImportPlaylistItemTo(const CNodeArray& path, const CMediaItem& item, const CString& topic,
                               BOOL deleteItem);
 
+    // The commands that ask through a dialog first (DocEditing.cpp,
+    // DocImportExportCommands.cpp, DocCommands.cpp). Without dialogs they do
+    // nothing.
+    void SetDialogs(IDocDialogs* dialogs) { m_pDialogs = dialogs; }
+    IDocDialogs* GetDialogs() const { return m_pDialogs; }
+    // `item` is the item as it stands in the topic at `path`; a new one is a
+    // blank with the topic's type and names.
+    void EditMediaItem(CNodeArray path, CMediaItem item, BOOL isNew);
+    // A new topic: a root topic for an empty `path`, else a child of it, of
+    // the parent's `type`. Otherwise the topic at `path` is renamed or retyped.
+    void EditTopic(const CNodeArray& path, MediaType type, BOOL isNew);
+    void OnFolderLocations();
+    void OnLavSetup();
+    void OnImport();
+    void OnExport();
+    void ExportTopic(const CNodeArray& path);
+    void ImportPlaylistItem(const CNodeArray& path, CMediaItem* item);
+
     // Library files (DocContentsFile.cpp, DocUserData.cpp). Each gives 1 on
     // success; LoadContents replaces the tree and shows the favourites.
     BOOL SaveContents(const CString& path);
@@ -177,6 +196,9 @@ private:
     void EndRadioJob();
 
     std::vector<IDocView*> m_views;
+    IDocDialogs* m_pDialogs = nullptr;
+    // The user stopped the last playlist download: the import ends unsaid.
+    BOOL m_bPlaylistCancelled = FALSE;
 };
 
 // The name of the made-up topic that shows the favourites.

@@ -25,9 +25,9 @@ CString SchemeOf(const CString& location) {
         return CString();
     for (int i = 0; i < mark; ++i) {
         const char16_t c = location[i];
-        const bool ok = (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') ||
-                        (i > 0 && ((c >= u'0' && c <= u'9') || c == u'+' || c == u'-' ||
-                                   c == u'.'));
+        const bool ok =
+            (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') ||
+            (i > 0 && ((c >= u'0' && c <= u'9') || c == u'+' || c == u'-' || c == u'.'));
         if (!ok)
             return CString();
     }

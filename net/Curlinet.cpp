@@ -84,7 +84,7 @@ std::vector<CurlOption> CCurlinet::TransferOptions(const std::string& url,
     options.push_back({.id = CURLOPT_MAXREDIRS, .number = kMaxRedirects});
     options.push_back({.id = CURLOPT_LOW_SPEED_LIMIT, .number = 1});
     options.push_back({.id = CURLOPT_LOW_SPEED_TIME, .number = g_stallSeconds});
-    if (userAgent) {
+    if (userAgent || m_watch) {
         options.push_back({.id = CURLOPT_NOPROGRESS, .number = 0});
         options.push_back(
             {.id = CURLOPT_XFERINFOFUNCTION, .progress = &CCurlinet::ProgressCallback});
@@ -115,6 +115,7 @@ void CCurlinet::CloseFile() {
 BOOL CCurlinet::GetInternetData(CString url, CString fileName, CString* error, unsigned maxBytes) {
     m_maxBytes = 0;
     m_bytesReceived = 0;
+    m_watchStopped = false;
     if (maxBytes)
         m_maxBytes = maxBytes;
     if (!m_file.Open(fileName, kTargetOpenFlags))
@@ -132,7 +133,8 @@ BOOL CCurlinet::GetInternetData(CString url, CString fileName, CString* error, u
         text.Format(u"EasyInit failed with %d", errno);
         AfxMessageBox(text);
     } else if (result != CURLE_OK && error) {
-        *error = CurlErrorText(curl_easy_strerror(static_cast<CURLcode>(result)), u"\n", false);
+        *error =
+            CurlErrorText(curl_easy_strerror(static_cast<CURLcode>(result)), u"\n", m_watchStopped);
     }
     curl_global_cleanup();
     CloseFile();
@@ -191,8 +193,9 @@ size_t CCurlinet::WriteCallback(char* buffer, size_t size, size_t nmemb, void* j
     return static_cast<CCurlinet*>(job)->OnWrite(buffer, size * nmemb);
 }
 
-int CCurlinet::ProgressCallback(void* job, curl_off_t, curl_off_t dlnow, curl_off_t, curl_off_t) {
-    return static_cast<CCurlinet*>(job)->OnProgress(dlnow);
+int CCurlinet::ProgressCallback(void* job, curl_off_t dltotal, curl_off_t dlnow, curl_off_t,
+                                curl_off_t) {
+    return static_cast<CCurlinet*>(job)->OnProgress(dltotal, dlnow);
 }
 
 size_t CCurlinet::OnWrite(const char* buffer, size_t count) {
@@ -214,7 +217,13 @@ size_t CCurlinet::OnWrite(const char* buffer, size_t count) {
     return count;
 }
 
-int CCurlinet::OnProgress(curl_off_t dlnow) {
+int CCurlinet::OnProgress(curl_off_t dltotal, curl_off_t dlnow) {
+    if (m_watch) {
+        if (m_watch(static_cast<uint64_t>(dlnow), static_cast<uint64_t>(dltotal)))
+            return CURL_PROGRESSFUNC_CONTINUE;
+        m_watchStopped = true;
+        return 1;
+    }
     int32_t mb = static_cast<int32_t>(static_cast<uint32_t>(dlnow) / kBytesPerProgressStep);
     if (m_lastProgress == -1) {
         ShowStatus(u"Downloading Radio Browser data.\r\nPlease wait.");

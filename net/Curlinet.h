@@ -4,6 +4,7 @@
 #pragma once
 #include <curl/curl.h>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -50,6 +51,12 @@ public:
     // A crossed limit ends the transfer without a message box: for bodies
     // that nobody reads.
     BOOL m_bQuietLimit = FALSE;
+    // Set only for a blocking transfer that a window watches from another
+    // thread: told the bytes so far and the announced size (0: not known);
+    // answering false stops the transfer, which then fails with "Download
+    // canceled by user.". Without it the blocking road asks libcurl for no
+    // progress at all.
+    std::function<bool(uint64_t received, uint64_t total)> m_watch;
 
     // Blocks until the transfer ends; nonzero when libcurl reported success,
     // whatever the HTTP status. maxBytes 0 means no limit.
@@ -66,17 +73,20 @@ public:
     void PostProgress(int position);
 
     // The options of one transfer, in the order they are given to libcurl.
-    // A user agent is given only on the worker road, which also reports progress.
+    // A user agent is given only on the worker road, which also reports
+    // progress; a watched blocking transfer reports progress too.
     std::vector<CurlOption> TransferOptions(const std::string& url, const std::string* userAgent,
                                             const std::string& caBundle, const std::string& caCert);
 
 private:
     size_t OnWrite(const char* buffer, size_t count);
-    int OnProgress(curl_off_t dlnow);
+    int OnProgress(curl_off_t dltotal, curl_off_t dlnow);
     // Runs one transfer with the options; gives libcurl's result, or -1 when
     // no handle could be made.
     int Perform(const std::vector<CurlOption>& options);
     void CloseFile();
+
+    bool m_watchStopped = false;
 };
 
 // The text a failed transfer reports: libcurl's own words, with a hint when

@@ -1,6 +1,9 @@
 // Menu command ids.
 #pragma once
 
+class CMainFrame;
+class COrvexDoc;
+
 constexpr int ID_FILE_OPEN = 57601;
 constexpr int ID_OPEN_MEDIA_URL = 32774;
 constexpr int ID_SAVE_CONTENTS = 32781;
@@ -20,3 +23,8 @@ constexpr int ID_PLAY_DVD = 32793;
 constexpr int ID_PLAY_CD = 32795;
 constexpr int ID_HELP_CONTENTS = 32786;
 constexpr int ID_ABOUT = 57664;
+
+// Enables and connects the commands that run the document's dialogs (Folder
+// Locations, LAV Setup, Export, Import) and gives the document its dialogs,
+// which the panes' editing commands use as well (ItemDialogCommands.cpp).
+void ConnectItemDialogCommands(CMainFrame& frame, COrvexDoc& doc);

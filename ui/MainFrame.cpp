@@ -23,6 +23,7 @@ CMainFrame::CMainFrame(COrvexDoc& document) : m_document(document) {
 
     setCentralWidget(new QWidget(this));
     CreateMenus();
+    ConnectItemDialogCommands(*this, m_document);
 }
 
 CMainFrame::~CMainFrame() = default;

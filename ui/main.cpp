@@ -3,6 +3,7 @@
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
 #include "platform/qt/QtGlue.h"
+#include "ui/FileChooser.h"
 #include "ui/FontChooser.h"
 #include "ui/MainFrame.h"
 
@@ -13,6 +14,7 @@ int main(int argc, char** argv) {
     QApplication::setDesktopFileName(QStringLiteral("orvex"));
     InstallQtPlatformGlue();
     InstallFontChooser();
+    InstallFileChooser();
 
     COrvexApp app;
     app.SetFrameFactory([](COrvexDoc& document) { return std::make_unique<CMainFrame>(document); });

@@ -55,10 +55,11 @@ TEST(M3uRead, TitlesAndStreamsPairByPosition) {
     TempDir dir;
     // Two titles then one URL: A names it, B is lost. Then a URL, a URL and a
     // title: the first takes C, the second is "Unknown".
-    const CMediaArray items = ReadM3uText(
-        dir, "#EXTINF:-1,A\r\n#EXTINF:-1,B\r\nhttp://one/a.mp3\r\nHTTP://TWO/LIVE\r\n"
-             "https://three/x.m3u8\r\n#EXTINF:-1,C, with comma\r\n",
-        true);
+    const CMediaArray items =
+        ReadM3uText(dir,
+                    "#EXTINF:-1,A\r\n#EXTINF:-1,B\r\nhttp://one/a.mp3\r\nHTTP://TWO/LIVE\r\n"
+                    "https://three/x.m3u8\r\n#EXTINF:-1,C, with comma\r\n",
+                    true);
     EXPECT_EQ(Titles(items), (std::vector<CString>{u"A", u"B", u"C, with comma"}));
     EXPECT_EQ(items[1].m_location, u"HTTP://TWO/LIVE"); // keeps its case
     EXPECT_EQ(items[0].m_type, MEDIA_AUDIO_URL);        // mp3 over http
@@ -68,12 +69,14 @@ TEST(M3uRead, TitlesAndStreamsPairByPosition) {
 
     // A lone CR is no line end; lines led by a blank count for nothing; the
     // same URL twice is two entries. A downloaded list takes streams only.
-    const CMediaArray streams = ReadM3uText(
-        dir, "  http://blank-lead\n/abs/song.mp3\nrel/song.mp3\nhttp://lf\r\n"
-             "http://crlf\rhttp://same-line\nhttp://dup\nhttp://dup",
-        true);
-    EXPECT_EQ(Locations(streams), (std::vector<CString>{u"http://lf", u"http://crlf\rhttp://same-line",
-                                                        u"http://dup", u"http://dup"}));
+    const CMediaArray streams =
+        ReadM3uText(dir,
+                    "  http://blank-lead\n/abs/song.mp3\nrel/song.mp3\nhttp://lf\r\n"
+                    "http://crlf\rhttp://same-line\nhttp://dup\nhttp://dup",
+                    true);
+    EXPECT_EQ(Locations(streams),
+              (std::vector<CString>{u"http://lf", u"http://crlf\rhttp://same-line", u"http://dup",
+                                    u"http://dup"}));
     CStringArray titles, urls;
     EXPECT_FALSE(ReadM3uEntries(dir.File("missing.m3u"), dir.Str(), titles, urls));
 }
@@ -96,14 +99,14 @@ TEST(M3uRead, PlaylistsAsPeopleHaveThem) {
         "#EXTINF:200,Escaped\r\nfile:///srv/My%20Song.mp3\r\n"
         "#EXTINF:200,Share\r\n\\\\server\\a.mp3\r\n");
     EXPECT_EQ(Titles(items),
-              (std::vector<CString>{u"News, 24", u"Caf\u00E9 del Mar", u"Caf\u00E9 \u65E5", u"Local",
-                                    u"Absolute", u"Unknown kind", u"Escaped", u"Share"}));
+              (std::vector<CString>{u"News, 24", u"Caf\u00E9 del Mar", u"Caf\u00E9 \u65E5",
+                                    u"Local", u"Absolute", u"Unknown kind", u"Escaped", u"Share"}));
     const CString base = dir.Str() + u"/";
     EXPECT_EQ(Locations(items),
               (std::vector<CString>{u"http://tv/news.m3u8", u"rtsp://cam/live.sdp",
                                     u"RTSPT://cam/clip.mp4", base + u"music/song.mp3",
-                                    u"/srv/film.mkv", base + u"sub/track.flac",
-                                    u"/srv/My Song.mp3", u"\\\\server\\a.mp3"}));
+                                    u"/srv/film.mkv", base + u"sub/track.flac", u"/srv/My Song.mp3",
+                                    u"\\\\server\\a.mp3"}));
     const std::vector<MediaType> types = {MEDIA_VIDEO_URL,  MEDIA_AUDIO_URL,  MEDIA_VIDEO_URL,
                                           MEDIA_AUDIO_FILE, MEDIA_VIDEO_FILE, MEDIA_AUDIO_FILE,
                                           MEDIA_AUDIO_FILE, MEDIA_AUDIO_FILE};
@@ -143,12 +146,12 @@ TEST(M3uRoundTrip, NamesAndLocationsComeBackTypedByLocation) {
     int count = 0;
     ASSERT_TRUE(ExportTreeM3u(tree, CString(dir / "o.m3u"), FALSE, &count));
     const CMediaArray items = ReadM3uText(dir, TempDir::Read(dir / "o.m3u"));
-    EXPECT_EQ(Titles(items), (std::vector<CString>{u"Share film", u"Morning Talk", u"10",
-                                                   u"Relative song"}));
-    EXPECT_EQ(Locations(items),
-              (std::vector<CString>{u"\\\\server\\films\\a.mkv", u"http://radio.example/talk",
-                                    u"https://tv.example/live.m3u8",
-                                    dir.Str() + u"/Music/song.mp3"}));
+    EXPECT_EQ(Titles(items),
+              (std::vector<CString>{u"Share film", u"Morning Talk", u"10", u"Relative song"}));
+    EXPECT_EQ(
+        Locations(items),
+        (std::vector<CString>{u"\\\\server\\films\\a.mkv", u"http://radio.example/talk",
+                              u"https://tv.example/live.m3u8", dir.Str() + u"/Music/song.mp3"}));
     EXPECT_EQ(items[0].m_type, MEDIA_VIDEO_FILE);
 }
 
