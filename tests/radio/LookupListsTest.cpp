@@ -99,7 +99,7 @@ CStateArray ReferenceStates(const CStationAr& stations) {
 
 } // namespace
 
-TEST_F(ListsTest, NameFilesFollowTheirGrammar) {
+TEST_F(ListsTest, NameFilesFollowTheirGrammarAndMayGiveNothing) {
     WriteFiles("// countries, with a comma\r\n\r\nChad,TD\r\nno comma here\r\n"
                "Odd,X,Y\r\n Spaced , S \r\nBehind,BH // comment\r\n,EMPTY\r\nLast,LS",
                "English,en\n");
@@ -114,9 +114,9 @@ TEST_F(ListsTest, NameFilesFollowTheirGrammar) {
     EXPECT_EQ(m_db.m_countries[3].m_used, 0);
     EXPECT_EQ(m_db.m_countries[4].m_code, CString(u"LS"));
     EXPECT_EQ(m_db.BuildLanguageCodesArray(), 1);
-}
-
-TEST_F(ListsTest, MissingOrEmptyNameFilesGiveZero) {
+    // Missing files, or files without a record, give nothing.
+    std::filesystem::remove(m_dir / "RadioBrowse_CC.txt");
+    std::filesystem::remove(m_dir / "RadioBrowse_LC.txt");
     EXPECT_EQ(m_db.BuildCountryCodesArray(), 0);
     EXPECT_EQ(m_db.BuildLanguageCodesArray(), 0);
     WriteFiles("// only a comment, here\n", "no comma\n");
@@ -155,7 +155,7 @@ TEST_F(ListsTest, CountryCodesAreMarkedExactlyOnce) {
     EXPECT_EQ(m_db.SetCountryCodesUsed(), 0);
 }
 
-TEST_F(ListsTest, TagsAreSplitTrimmedCountedAndFiltered) {
+TEST_F(ListsTest, TagsAreSplitTrimmedCountedAndNeedEightyStations) {
     AddStation(u"", u"", u"", u" rock , pop,rock");
     AddStation(u"", u"", u"", u"jazz,");
     AddStation(u"", u"", u"", u",Rock,,jazz");
@@ -173,9 +173,7 @@ TEST_F(ListsTest, TagsAreSplitTrimmedCountedAndFiltered) {
     }
     EXPECT_EQ(m_db.BuildTagArray(2), 3);
     EXPECT_EQ(m_db.BuildTagArray(3), 0);
-}
-
-TEST_F(ListsTest, ATagNeedsEightyStationsToStay) {
+    // A tag seen 79 times goes, one seen 80 times stays.
     for (int i = 0; i < 80; ++i)
         AddStation(u"", u"", u"", i < 79 ? u"often,rare" : u"often");
     ASSERT_EQ(m_db.BuildTagArray(RB_TAG_MIN_COUNT), 1);
@@ -198,9 +196,7 @@ TEST_F(ListsTest, StatesArePairsWithCountryCodesSortedAndCounted) {
     EXPECT_EQ(m_db.m_states[3].m_name, CString(u"Texas"));
     EXPECT_EQ(m_db.m_states[3].m_count, 2);
     EXPECT_EQ(m_db.m_states[4].m_name, CString(u"texas"));
-}
-
-TEST_F(ListsTest, NoStatesGivesZero) {
+    m_db.m_stations.RemoveAll();
     AddStation(u"US", u"", u"", u"");
     EXPECT_EQ(m_db.BuildStateArray(), 0);
 }
