@@ -167,18 +167,7 @@ TEST(DocImport, PlaylistsPlaceDirectlyInTheTopicAndTwiceGivesTwice) {
     EXPECT_TRUE(f.doc.m_bContentsChanged);
 }
 
-TEST(DocImport, ContentsFileReplacesTheTreeSilently) {
-    DocFixture f;
-    ASSERT_TRUE(f.doc.SaveContents(f.dir.File("lib.dat")));
-    const auto saved = Flatten(f.doc.m_contents);
-    f.doc.m_contents.ResetContents();
-    EXPECT_TRUE(f.doc.ImportFromSource(IMPORT_SOURCE_DAT, f.dir.File("lib.dat"), u""));
-    EXPECT_TRUE(f.Texts().empty());
-    EXPECT_EQ(Flatten(f.doc.m_contents), saved);
-    EXPECT_TRUE(f.doc.m_bContentsChanged);
-}
-
-TEST(DocExport, EveryFormWithItsMessage) {
+TEST(DocExport, EveryFormWithItsMessageAndTheDatFileImportsSilently) {
     DocFixture f;
     CExportOptions options;
     options.m_form = EXPORT_FORM_DAT;
@@ -186,6 +175,7 @@ TEST(DocExport, EveryFormWithItsMessage) {
     options.m_form = EXPORT_FORM_MEDIA_RECORDS;
     options.m_excludeDiscFiles = TRUE;
     ASSERT_TRUE(f.doc.ExportContents(options, f.dir.File("o.txt")));
+    EXPECT_FALSE(f.doc.ExportContents(options, f.dir.File("no/dir/o.txt")));
     options.m_form = EXPORT_FORM_M3U;
     options.m_unicode = TRUE;
     ASSERT_TRUE(f.doc.ExportContents(options, f.dir.File("o.m3u")));
@@ -196,27 +186,24 @@ TEST(DocExport, EveryFormWithItsMessage) {
     dat.Format(u"%d Topics and %d Media items saved to %s.", topics, items, f.dir.File("o.dat"));
     EXPECT_EQ(f.Texts(),
               (std::vector<CString>{dat, Msg(u"4 Media records saved to %s.", f.dir.File("o.txt")),
+                                    Msg(u"Export to %s failed.", f.dir.File("no/dir/o.txt")),
                                     Msg(u"4 Media records saved to %s.", f.dir.File("o.m3u"))}));
     EXPECT_FALSE(f.doc.m_bContentsChanged);
 
-    COrvexDoc back;
-    MessageBoxRecorder quiet;
-    ASSERT_TRUE(back.LoadContents(f.dir.File("o.dat")));
-    EXPECT_EQ(Flatten(back.m_contents), Flatten(f.doc.m_contents));
-}
-
-TEST(DocExport, FailuresSayExportFailed) {
-    DocFixture f;
-    CExportOptions options;
-    options.m_form = EXPORT_FORM_MEDIA_RECORDS;
-    EXPECT_FALSE(f.doc.ExportContents(options, f.dir.File("no/dir/o.txt")));
+    // The contents file replaces the tree and says nothing.
+    const auto saved = Flatten(f.doc.m_contents);
     f.doc.m_contents.ResetContents();
-    options.m_form = EXPORT_FORM_M3U;
+    f.boxes.Clear();
+    EXPECT_TRUE(f.doc.ImportFromSource(IMPORT_SOURCE_DAT, f.dir.File("o.dat"), u""));
+    EXPECT_TRUE(f.Texts().empty());
+    EXPECT_EQ(Flatten(f.doc.m_contents), saved);
+    EXPECT_TRUE(f.doc.m_bContentsChanged);
+
+    // A tree without a root topic exports nothing and leaves 0 bytes behind.
+    f.doc.m_contents.ResetContents();
     EXPECT_FALSE(f.doc.ExportContents(options, f.dir.File("empty.m3u")));
     EXPECT_EQ(f.Texts(),
-              (std::vector<CString>{Msg(u"Export to %s failed.", f.dir.File("no/dir/o.txt")),
-                                    Msg(u"Export to %s failed.", f.dir.File("empty.m3u"))}));
-    // The tree without a root topic leaves a file of 0 bytes behind.
+              std::vector<CString>{Msg(u"Export to %s failed.", f.dir.File("empty.m3u"))});
     EXPECT_EQ(TempDir::Read(f.dir / "empty.m3u"), "");
 }
 
