@@ -28,3 +28,6 @@ constexpr int ID_ABOUT = 57664;
 // Locations, LAV Setup, Export, Import) and gives the document its dialogs,
 // which the panes' editing commands use as well (ItemDialogCommands.cpp).
 void ConnectItemDialogCommands(CMainFrame& frame, COrvexDoc& doc);
+// Looks at the drives from time to time and tells the document of each
+// disc or volume that came or went (DriveEvents.cpp).
+void ConnectDriveEvents(CMainFrame& frame, COrvexDoc& doc);

@@ -48,6 +48,7 @@ CMainFrame::CMainFrame(COrvexDoc& document) : m_document(document) {
 
     // Command groups that live in their own files connect themselves here.
     ConnectItemDialogCommands(*this, m_document);
+    ConnectDriveEvents(*this, m_document);
 }
 
 CMainFrame::~CMainFrame() {
