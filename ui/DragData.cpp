@@ -19,7 +19,8 @@ QMimeData* MakeMediaRowsMime(const CMediaRowsDrag& drag) {
 bool ReadMediaRowsMime(const QMimeData* data, CMediaRowsDrag& drag) {
     if (!data || !data->hasFormat(kMediaRowsMime))
         return false;
-    const QStringList parts = QString::fromLatin1(data->data(kMediaRowsMime)).split(QLatin1Char(';'));
+    const QStringList parts =
+        QString::fromLatin1(data->data(kMediaRowsMime)).split(QLatin1Char(';'));
     if (parts.size() != 3)
         return false;
     bool ok = false;

@@ -20,7 +20,7 @@ struct CListRows {
     const CMediaArray* media = nullptr;
     const CTopicArray* childTopics = nullptr;
     BOOL folderView = FALSE;
-    CString shownName;          // the Topic column of child-topic rows
+    CString shownName;           // the Topic column of child-topic rows
     BOOL childFilesIcon = FALSE; // the shown topic holds files
 };
 

@@ -270,12 +270,16 @@ void COrvexListView::RestoreListState() {
     if (doc.m_bListItemsAdded) {
         if (rows != doc.m_listRestoreCount) {
             scrollTo(m_model->index(rows - 1, 0));
-            if (hasFocus()) {
-                const int first = std::clamp(doc.m_listRestoreCount, 0, rows - 1);
+            // The new items stand at the end of the items, in front of the
+            // child topics.
+            const int items = m_media.GetSize();
+            const int added = rows - doc.m_listRestoreCount;
+            if (hasFocus() && added > 0 && items > 0) {
+                const int first = std::max(items - added, 0);
                 selectionModel()->select(
-                    QItemSelection(m_model->index(first, 0), m_model->index(rows - 1, 0)),
+                    QItemSelection(m_model->index(first, 0), m_model->index(items - 1, 0)),
                     QItemSelectionModel::Select | QItemSelectionModel::Rows);
-                selectionModel()->setCurrentIndex(m_model->index(rows - 1, 0),
+                selectionModel()->setCurrentIndex(m_model->index(items - 1, 0),
                                                   QItemSelectionModel::NoUpdate);
             }
         }

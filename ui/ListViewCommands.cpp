@@ -1,10 +1,10 @@
 // What the media list does with its rows: play, delete, sort, and drag
 // them to the tree pane; and the keys that steer playback from the list.
 #include <QDrag>
-#include <algorithm>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <algorithm>
 
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
@@ -182,8 +182,7 @@ void COrvexListView::DeleteSelection() {
         m_pDoc->SetItemFavorite(path, items[0], FALSE, FALSE);
         return;
     }
-    if (AfxMessageBox(CString(u"Delete single selection?"), MB_YESNO | MB_ICONINFORMATION) !=
-        IDYES)
+    if (AfxMessageBox(CString(u"Delete single selection?"), MB_YESNO | MB_ICONINFORMATION) != IDYES)
         return;
     RememberListState(FALSE, FALSE, FALSE);
     m_pDoc->RemoveMediaItem(ShownPath(), items[0]);

@@ -10,8 +10,8 @@
 #include "platform/base/MessageBox.h"
 #include "platform/qt/QtGlue.h"
 #include "ui/ListModel.h"
-#include "ui/PaneIcons.h"
 #include "ui/ListView.h"
+#include "ui/PaneIcons.h"
 
 namespace {
 
@@ -75,7 +75,8 @@ void COrvexListView::ShowRowMenu(QContextMenuEvent* event) {
         if (favorites || RowCount() == 0 || selected.empty())
             return;
         row = selected.front();
-        const bool shiftAndCtrl = (modifiers & Qt::ShiftModifier) && (modifiers & Qt::ControlModifier);
+        const bool shiftAndCtrl =
+            (modifiers & Qt::ShiftModifier) && (modifiers & Qt::ControlModifier);
         if (shiftAndCtrl || !IsItemRow(row) || folderView)
             row = -1;
         if (row >= 0) {

@@ -11,9 +11,7 @@
 #include "ui/TreeRows.h"
 #include "ui/TreeView.h"
 
-namespace {
-
-} // namespace
+namespace {} // namespace
 
 void COrvexTreeView::contextMenuEvent(QContextMenuEvent* event) {
     if (m_moveMode || !m_pDoc)
@@ -34,8 +32,8 @@ void COrvexTreeView::contextMenuEvent(QContextMenuEvent* event) {
         row = selected.first();
         // Just inside the bottom right corner of the row's text.
         const QRect rect = visualItemRect(row);
-        const int textRight = rect.left() + iconSize().width() + 6 +
-                              fontMetrics().horizontalAdvance(row->text(0));
+        const int textRight =
+            rect.left() + iconSize().width() + 6 + fontMetrics().horizontalAdvance(row->text(0));
         at = viewport()->mapToGlobal(QPoint(textRight - 5, rect.bottom() - 5));
     }
     CNodeArray path;

@@ -44,7 +44,8 @@ std::string UnescapeMountField(const std::string& field) {
     for (size_t i = 0; i < field.size(); ++i) {
         if (field[i] == '\\' && i + 3 < field.size()) {
             const std::string digits = field.substr(i + 1, 3);
-            if (std::all_of(digits.begin(), digits.end(), [](char c) { return c >= '0' && c <= '7'; })) {
+            if (std::all_of(digits.begin(), digits.end(),
+                            [](char c) { return c >= '0' && c <= '7'; })) {
                 out += static_cast<char>(std::stoi(digits, nullptr, 8));
                 i += 3;
                 continue;
@@ -138,8 +139,8 @@ std::vector<CDriveInfo> CSystemDriveList::GetDrives() {
             CDriveInfo drive;
             drive.m_root = CString::FromUtf8(mount.mountPoint);
             drive.m_device = CString::FromUtf8("/dev/" + mount.deviceName);
-            drive.m_label = LastName(mount.mountPoint) + u" (" +
-                            CString::FromUtf8(mount.deviceName) + u")";
+            drive.m_label =
+                LastName(mount.mountPoint) + u" (" + CString::FromUtf8(mount.deviceName) + u")";
             drive.m_type = kind;
             drives.push_back(drive);
         }
