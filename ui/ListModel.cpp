@@ -26,7 +26,7 @@ CString TopicText(const CMediaItem& item) {
 int COrvexListModel::rowCount(const QModelIndex& parent) const {
     if (parent.isValid())
         return 0;
-    return ItemCount() + (m_rows.childTopics ? m_rows.childTopics->GetSize() : 0);
+    return m_itemCount + m_topicCount;
 }
 
 int COrvexListModel::columnCount(const QModelIndex& parent) const {
@@ -38,6 +38,8 @@ CString COrvexListModel::CellText(int row, int column) const {
     if (row < 0 || row >= rowCount())
         return CString();
     if (row >= items) {
+        if (row - items >= m_rows.childTopics->GetSize())
+            return CString();
         const CTopic& topic = (*m_rows.childTopics)[row - items];
         if (column == LIST_COLUMN_NAME)
             return topic.GetName();
@@ -45,6 +47,8 @@ CString COrvexListModel::CellText(int row, int column) const {
             return m_rows.shownName;
         return CString();
     }
+    if (row >= m_rows.media->GetSize())
+        return CString();
     const CMediaItem& item = (*m_rows.media)[row];
     switch (column) {
     case LIST_COLUMN_NAME:

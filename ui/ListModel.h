@@ -1,6 +1,8 @@
-// The rows of the media list as a table model over the pane's copies of the
-// shown topic: the items first, then the child topics. Texts are made only
-// for the rows on screen, so a topic of any size fills at once.
+// The rows of the media list as a table model over the shown topic: the
+// items first, then the child topics. Texts are made only for the rows on
+// screen, so a topic of any size fills at once. The row counts are those of
+// the last reset: the document tells the list of every change of the shown
+// topic at once, and until then a row that has gone shows nothing.
 #pragma once
 #include <QAbstractTableModel>
 
@@ -15,7 +17,8 @@ enum ListColumn {
     LIST_COLUMN_COUNT = 5,
 };
 
-// What the rows are built from; the arrays belong to the pane.
+// What the rows are built from: the document's shown items and the pane's
+// child-topic rows.
 struct CListRows {
     const CMediaArray* media = nullptr;
     const CTopicArray* childTopics = nullptr;
@@ -35,6 +38,8 @@ public:
         beginResetModel();
         change();
         m_rows = rows;
+        m_itemCount = rows.media ? rows.media->GetSize() : 0;
+        m_topicCount = rows.childTopics ? rows.childTopics->GetSize() : 0;
         endResetModel();
     }
 
@@ -44,10 +49,12 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
-    int ItemCount() const { return m_rows.media ? m_rows.media->GetSize() : 0; }
+    int ItemCount() const { return m_itemCount; }
     // The text of one cell, as the list shows it.
     CString CellText(int row, int column) const;
 
 private:
     CListRows m_rows;
+    int m_itemCount = 0;
+    int m_topicCount = 0;
 };

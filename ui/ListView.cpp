@@ -96,6 +96,15 @@ CNodeArray COrvexListView::ShownPath() const {
     return m_pDoc ? m_pDoc->m_displayTopic.Path() : CNodeArray();
 }
 
+const CMediaArray& COrvexListView::Media() const {
+    static const CMediaArray kNone;
+    return m_pDoc ? m_pDoc->m_displayTopic.m_media : kNone;
+}
+
+BOOL COrvexListView::IsItemRow(int row) const {
+    return row >= 0 && row < m_model->ItemCount() && row < Media().GetSize();
+}
+
 int COrvexListView::RowCount() const {
     return m_model->rowCount();
 }
@@ -106,7 +115,7 @@ void COrvexListView::FillList() {
         return;
     const CTopic& shown = m_pDoc->m_displayTopic;
     CListRows rows;
-    rows.media = &m_media;
+    rows.media = &shown.m_media;
     rows.childTopics = &m_childTopics;
     rows.folderView = m_pDoc->m_bFolderView;
     rows.shownName = shown.GetName();
@@ -114,7 +123,6 @@ void COrvexListView::FillList() {
     const BOOL favorites = IsFavoritesView();
     setUpdatesEnabled(false);
     m_model->Reset(rows, [&] {
-        m_media = shown.m_media;
         m_childTopics.RemoveAll();
         if (!favorites) {
             // A child row needs only the topic's path and type, not its subtree.
@@ -127,7 +135,7 @@ void COrvexListView::FillList() {
             }
         }
     });
-    m_currentRow = m_media.IsEmpty() ? -1 : 0;
+    m_currentRow = m_model->ItemCount() == 0 ? -1 : 0;
     setUpdatesEnabled(true);
     viewport()->update();
     PostMessageW(GetSafeHwnd(), UM_LIST_COLUMNS, 0, 0);
@@ -156,31 +164,34 @@ void COrvexListView::ComputeColumnWidths() {
     const int pad = metrics.horizontalAdvance(QStringLiteral("XX"));
     int widths[LIST_COLUMN_COUNT];
     std::copy(std::begin(kStartWidths), std::end(kStartWidths), widths);
-    // A text can't be wider than its length in the widest character of
-    // the font (for the scripts that font draws itself): most texts need
-    // no measuring.
-    const int widest = std::max(metrics.maxWidth(), 1);
-    auto widen = [&](int column, const CString& text, int extra) {
-        bool ownScript = true;
+    // A text's width is the sum of its characters' widths, as a string
+    // width is measured without kerning. Characters of the Latin scripts
+    // are measured once each; other texts as a whole.
+    constexpr char16_t kOwnScriptEnd = 0x0300;
+    std::vector<int> advance(kOwnScriptEnd, -1);
+    auto textWidth = [&](const CString& text) {
+        int width = 0;
         for (char16_t ch : text.view()) {
-            if (ch > 0x24F) {
-                ownScript = false;
-                break;
-            }
+            if (ch >= kOwnScriptEnd)
+                return metrics.horizontalAdvance(ToQString(text));
+            if (advance[ch] < 0)
+                advance[ch] = metrics.horizontalAdvance(QChar(ch));
+            width += advance[ch];
         }
-        if (ownScript && static_cast<long long>(text.GetLength()) * widest + pad <= widths[column])
-            return;
-        const int width = metrics.horizontalAdvance(ToQString(text)) + pad;
+        return width;
+    };
+    auto widen = [&](int column, const CString& text, int extra) {
+        const int width = textWidth(text) + pad;
         if (width > widths[column])
             widths[column] = width + extra;
     };
-    for (int row = 0; row < m_media.GetSize(); ++row) {
+    for (int row = 0; row < m_model->ItemCount(); ++row) {
         widen(LIST_COLUMN_NAME, m_model->CellText(row, LIST_COLUMN_NAME), 32);
         widen(LIST_COLUMN_TYPE, m_model->CellText(row, LIST_COLUMN_TYPE), 0);
         widen(LIST_COLUMN_TOPIC, m_model->CellText(row, LIST_COLUMN_TOPIC), 0);
         widen(LIST_COLUMN_LOCATION, m_model->CellText(row, LIST_COLUMN_LOCATION), 0);
     }
-    if (!m_media.IsEmpty())
+    if (m_model->ItemCount() > 0)
         widths[LIST_COLUMN_FAVORITE] = metrics.horizontalAdvance(QStringLiteral("Favorite")) + pad;
     m_pDoc->m_columnWidths.assign(std::begin(widths), std::end(widths));
 }
@@ -272,7 +283,7 @@ void COrvexListView::RestoreListState() {
             scrollTo(m_model->index(rows - 1, 0));
             // The new items stand at the end of the items, in front of the
             // child topics.
-            const int items = m_media.GetSize();
+            const int items = m_model->ItemCount();
             const int added = rows - doc.m_listRestoreCount;
             if (hasFocus() && added > 0 && items > 0) {
                 const int first = std::max(items - added, 0);
@@ -352,7 +363,7 @@ void COrvexListView::focusInEvent(QFocusEvent* event) {
         return;
     if (RowCount() > 0 && !selectionModel()->hasSelection()) {
         SelectAndFocus(0);
-        m_currentRow = m_media.IsEmpty() ? -1 : 0;
+        m_currentRow = m_model->ItemCount() == 0 ? -1 : 0;
     }
 }
 

@@ -38,12 +38,13 @@ public:
     void DeselectAll();
 
     int RowCount() const;
-    BOOL IsItemRow(int row) const { return row >= 0 && row < m_media.GetSize(); }
+    BOOL IsItemRow(int row) const;
     int TopRow() const;
     int VisibleRowCount() const;
     std::vector<int> SelectedRows() const;
     int CurrentRow() const { return m_currentRow; }
-    const CMediaArray& Media() const { return m_media; }
+    // The items of the rows: the document's shown items.
+    const CMediaArray& Media() const;
     const CTopicArray& ChildTopics() const { return m_childTopics; }
     COrvexListModel* Model() const { return m_model; }
     // The favourites are known by the name of the shown topic.
@@ -88,7 +89,6 @@ private:
     COrvexDoc* m_pDoc;
     COrvexListModel* m_model;
     BOOL m_initialised = FALSE;
-    CMediaArray m_media;
     CTopicArray m_childTopics;
     int m_currentRow = -1;
     QPoint m_pressPoint;

@@ -32,7 +32,7 @@ bool IsDvdStartFile(const CString& name) {
 void COrvexListView::PlayRow(int row, BOOL byEnter) {
     if (!IsItemRow(row))
         return;
-    const CMediaItem item = m_media[row];
+    const CMediaItem item = Media()[row];
     CMainFrame* frame = GetOrvexFrame();
     if (item.m_location.IsEmpty() || !frame)
         return;
@@ -81,7 +81,7 @@ void COrvexListView::mouseDoubleClickEvent(QMouseEvent* event) {
     if (IsItemRow(row)) {
         PlayRow(row, FALSE);
     } else if (row < RowCount() && !m_pDoc->m_bFolderView) {
-        const CNodeArray path = m_childTopics[row - m_media.GetSize()].Path();
+        const CNodeArray path = m_childTopics[row - m_model->ItemCount()].Path();
         m_pDoc->ShowTopic(path);
     }
 }
@@ -142,12 +142,13 @@ void COrvexListView::keyPressEvent(QKeyEvent* event) {
 }
 
 void COrvexListView::OnColumnClick(int column) {
+    const CMediaArray& media = Media();
     if (column != LIST_COLUMN_NAME || !m_pDoc || IsFavoritesView() || m_pDoc->m_bFolderView ||
-        m_media.GetSize() < 2)
+        media.GetSize() < 2)
         return;
     // The rows say which way they run now; the sort turns them round.
     const BOOL descending =
-        m_media[0].m_name.CompareNoCase(m_media[m_media.GetUpperBound()].m_name) < 0;
+        media[0].m_name.CompareNoCase(media[media.GetUpperBound()].m_name) < 0;
     m_pDoc->SortTopicMedia(ShownPath(), descending ? FALSE : TRUE);
 }
 
@@ -164,7 +165,7 @@ void COrvexListView::DeleteSelection() {
                           MB_ICONINFORMATION);
             return;
         }
-        items.Add(m_media[row]);
+        items.Add(Media()[row]);
     }
     if (items.GetSize() > 1) {
         if (!IsFavoritesView())

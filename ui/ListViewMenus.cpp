@@ -108,7 +108,7 @@ void COrvexListView::ShowRowMenu(QContextMenuEvent* event) {
     if (!IsItemRow(row))
         return;
     m_currentRow = row;
-    const CMediaItem& item = m_media[row];
+    const CMediaItem& item = Media()[row];
     std::vector<MenuEntry> entries;
     if (favorites) {
         if (item.m_favorite)
@@ -161,7 +161,7 @@ void COrvexListView::RunRowCommand(int command) {
     if (command == 0 || !IsItemRow(m_currentRow))
         return;
     RememberListState(FALSE, FALSE, FALSE);
-    CMediaItem item = m_media[m_currentRow];
+    CMediaItem item = Media()[m_currentRow];
     CNodeArray path = ShownPath();
     if (IsFavoritesView()) {
         if (m_currentRow >= m_pDoc->m_favoritePaths.GetSize())
@@ -213,7 +213,7 @@ void COrvexListView::ShowMultiMenu(QContextMenuEvent* event) {
     BOOL topicAmong = FALSE;
     for (int r : selected) {
         if (IsItemRow(r))
-            items.Add(m_media[r]);
+            items.Add(Media()[r]);
         else
             topicAmong = TRUE;
     }
