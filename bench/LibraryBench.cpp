@@ -84,7 +84,8 @@ struct Figures {
 };
 
 // Runs `prepare` (not timed), then `action` (timed), `runs` times.
-Figures Measure(int runs, const std::function<void()>& prepare, const std::function<void()>& action) {
+Figures Measure(int runs, const std::function<void()>& prepare,
+                const std::function<void()>& action) {
     std::vector<double> times;
     for (int run = 0; run < runs; ++run) {
         prepare();
@@ -101,8 +102,7 @@ Figures Measure(int runs, const std::function<void()>& prepare, const std::funct
 
 void Print(const char* what, const Figures& figures, double target) {
     std::printf("%-58s median %7.1f ms  slowest %7.1f ms  target < %3.0f ms  %s\n", what,
-                figures.median, figures.worst, target,
-                figures.median < target ? "ok" : "OVER");
+                figures.median, figures.worst, target, figures.median < target ? "ok" : "OVER");
 }
 
 QTreeWidgetItem* TopRow(COrvexTreeView& tree, const QString& text) {

@@ -1,28 +1,19 @@
-// Drive arrival and removal for the window: the drive list is looked at
-// every two seconds, and each change reaches the document as a drive event
-// with the drive's root, as a device notification would.
-#include <QTimer>
+// Drive arrival and removal for the document, in the drive roots that the
+// tree and the folder view know: each time the system signals a change of
+// its drives, the drive list is looked at again and what came and what
+// went is told, one root at a time.
 #include <memory>
 
 #include "app/OrvexDoc.h"
-#include "platform/base/DriveWatcher.h"
+#include "platform/base/DriveChanges.h"
 #include "ui/Commands.h"
-#include "ui/MainFrame.h"
 
-namespace {
-
-constexpr int kDriveLookInterval = 2000;
-
-} // namespace
-
-void ConnectDriveEvents(CMainFrame& frame, COrvexDoc& doc) {
-    auto watcher = std::make_shared<CDriveWatcher>();
-    watcher->Start(GetDriveList());
-    auto* timer = new QTimer(&frame);
-    timer->setObjectName(QStringLiteral("DriveWatch"));
-    QObject::connect(timer, &QTimer::timeout, &frame, [watcher, &doc] {
-        for (const CDriveChange& change : watcher->Poll(GetDriveList()))
+std::function<void(const CString&, BOOL)> DriveEventsFor(COrvexDoc& doc) {
+    auto changes = std::make_shared<CDriveChanges>();
+    changes->Start(GetDriveList());
+    // What the system names (a device) only says that something changed.
+    return [changes, &doc](const CString&, BOOL) {
+        for (const CDriveChange& change : changes->Poll(GetDriveList()))
             doc.OnDiscChange(change.m_root, change.m_arrived);
-    });
-    timer->start(kDriveLookInterval);
+    };
 }

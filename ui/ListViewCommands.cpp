@@ -147,8 +147,7 @@ void COrvexListView::OnColumnClick(int column) {
         media.GetSize() < 2)
         return;
     // The rows say which way they run now; the sort turns them round.
-    const BOOL descending =
-        media[0].m_name.CompareNoCase(media[media.GetUpperBound()].m_name) < 0;
+    const BOOL descending = media[0].m_name.CompareNoCase(media[media.GetUpperBound()].m_name) < 0;
     m_pDoc->SortTopicMedia(ShownPath(), descending ? FALSE : TRUE);
 }
 

@@ -9,6 +9,7 @@
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
 #include "platform/media/GraphSettings.h"
+#include "platform/qt/DriveWatcher.h"
 #include "platform/qt/QtGlue.h"
 #include "ui/AboutDlg.h"
 #include "ui/AppIcon.h"
@@ -46,9 +47,14 @@ CMainFrame::CMainFrame(COrvexDoc& document) : m_document(document) {
     status->hide();
     CreateMenus();
 
+    // A volume that comes or goes reaches the document as the drive root
+    // the panes know, and the document tells them and ends disc playback
+    // when a disc went.
+    m_driveWatcher = std::make_unique<CDriveWatcher>(DriveEventsFor(m_document));
+    m_driveWatcher->AddSystemSources();
+
     // Command groups that live in their own files connect themselves here.
     ConnectItemDialogCommands(*this, m_document);
-    ConnectDriveEvents(*this, m_document);
 }
 
 CMainFrame::~CMainFrame() {

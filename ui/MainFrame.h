@@ -6,12 +6,14 @@
 #include <QBasicTimer>
 #include <QMainWindow>
 #include <map>
+#include <memory>
 
 #include "app/MainFrameLink.h"
 #include "platform/base/Array.h"
 #include "platform/base/CString.h"
 #include "player/MediaPlayer.h"
 
+class CDriveWatcher;
 class COrvexDoc;
 class COrvexSplitterView;
 class CControlsBar;
@@ -66,9 +68,14 @@ public:
     // A medium named on the command line plays once the window is up.
     void PlayAtStart(const CString& medium);
 
+    // The window title for a medium that plays with no title of its own.
+    static CString TitleFor(const CString& path, BOOL isStream);
+
     // The menu entry of a command id, for the handlers that enable them.
     QAction* CommandAction(int id) const;
     CControlsBar* GetControlsBar() const { return m_wndControls; }
+    // Drive changes go on to the document.
+    CDriveWatcher& GetDriveWatcher() { return *m_driveWatcher; }
 
     CMediaPlayer m_player;
     BOOL m_cdListActive = FALSE;
@@ -85,7 +92,6 @@ private:
     QAction* AddCommand(QMenu* menu, int id, const QString& text);
     void OnAbout();
     void OnPositionTimer();
-    void SetTitleFor(const CString& path);
     // Handlers of the steering messages.
     void OnMute(WPARAM keepFocus);
     void OnSetVolume(WPARAM focusRightPane, LPARAM percent);
@@ -98,6 +104,7 @@ private:
     CString m_mediaPath;
     CString m_mediaTitle;
     QBasicTimer m_positionTimer;
+    std::unique_ptr<CDriveWatcher> m_driveWatcher;
     std::map<int, QAction*> m_commands;
 };
 

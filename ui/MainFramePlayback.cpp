@@ -35,23 +35,21 @@ BOOL CMainFrame::StartMediaFile(const CString& path) {
     if (!m_mediaTitle.IsEmpty())
         setWindowTitle(ToQString(m_mediaTitle));
     else
-        SetTitleFor(path);
+        setWindowTitle(ToQString(TitleFor(path, m_player.m_bStream)));
     FocusRightPane();
     return TRUE;
 }
 
-void CMainFrame::SetTitleFor(const CString& path) {
+CString CMainFrame::TitleFor(const CString& path, BOOL isStream) {
     // A stream's address is shown whole; a file by its name, the part
     // behind the last separator. A separator in the very first place
     // leaves only the program's name.
-    int last = m_player.m_bStream ? -1 : path.ReverseFind(u'/');
-    if (last == 0) {
-        setWindowTitle(QStringLiteral("ORVEX"));
-        return;
-    }
+    const int last = isStream ? -1 : path.ReverseFind(u'/');
+    if (last == 0)
+        return CString(u"ORVEX");
     CString title;
     title.Format(u"ORVEX:  %s", last > 0 ? path.Mid(last + 1) : path);
-    setWindowTitle(ToQString(title));
+    return title;
 }
 
 BOOL CMainFrame::SetVideoWindow(BOOL hasVideo, BOOL hasAudio, HWND* hOwner, HWND* hNotify,

@@ -43,7 +43,8 @@ CNodeArray FolderPath(std::initializer_list<CString> names) {
 
 TEST(DocFolders, AShownFolderIsAMadeUpTopicOfItsMediaFilesAndSubFolders) {
     TempDir disc;
-    for (const char* file : {"movie.mp4", "song.mp3", "x.cda.mp3", "Track01.cda", "noext", "notes.txt"})
+    for (const char* file :
+         {"movie.mp4", "song.mp3", "x.cda.mp3", "Track01.cda", "noext", "notes.txt"})
         TempDir::Write(disc / file, "x");
     TempDir::Write(disc / "VIDEO_TS/VIDEO_TS.IFO", "x");
     TempDir::Write(disc / "Extras/.keep", "");
@@ -123,8 +124,9 @@ TEST(DocFolders, AddFilesTakesTheTopicsTypeAndLeavesOutWhatItHolds) {
     doc.AddMediaFiles(films, MEDIA_VIDEO_FILE);
     ASSERT_EQ(asked.size(), 1u);
     EXPECT_EQ(asked[0].title, CString(u"Add Video Files"));
-    EXPECT_EQ(asked[0].filter, CString(u"Video Files (*.avi*.mp4*.flv*.wmv*.mov*.webm*.ogg)|*.avi;"
-                                       u"*.mp4;*.flv;*.wmv;*.mov;*.webm;*.ogg|All Files (*.*)|*.*||"));
+    EXPECT_EQ(asked[0].filter,
+              CString(u"Video Files (*.avi*.mp4*.flv*.wmv*.mov*.webm*.ogg)|*.avi;"
+                      u"*.mp4;*.flv;*.wmv;*.mov;*.webm;*.ogg|All Files (*.*)|*.*||"));
     EXPECT_TRUE(asked[0].initialFolder.IsEmpty());
     ASSERT_EQ(doc.m_displayTopic.m_media.GetSize(), 2);
     const CMediaItem& added = doc.m_displayTopic.m_media[1];
@@ -145,7 +147,8 @@ TEST(DocFolders, AddFilesTakesTheTopicsTypeAndLeavesOutWhatItHolds) {
     ok = TRUE;
     answer.RemoveAll();
     for (int i = 0; i < 500; ++i)
-        answer.Add(CString(u"/videos/a-rather-long-file-name-for-the-buffer-") + CString(std::to_string(i)) + u".avi");
+        answer.Add(CString(u"/videos/a-rather-long-file-name-for-the-buffer-") +
+                   CString(std::to_string(i)) + u".avi");
     doc.AddMediaFiles(films, MEDIA_VIDEO_FILE);
     CTopic topic;
     doc.m_contents.GetTopicCopy(films, topic);

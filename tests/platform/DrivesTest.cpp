@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "platform/base/DriveWatcher.h"
+#include "platform/base/DriveChanges.h"
 #include "platform/base/Drives.h"
 #include "tests/support/PrintCString.h"
 #include "tests/support/TempDir.h"
@@ -33,22 +33,21 @@ public:
 
 TEST(Drives, RemovableAndOpticalDrivesComeFromTheSystemRecord) {
     TempDir root;
-    Block(root, "sda", "0");  // a hard disc: no drive
+    Block(root, "sda", "0"); // a hard disc: no drive
     Block(root, "loop0", "0");
-    Block(root, "sdb", "1");  // a stick with two partitions, one mounted twice
+    Block(root, "sdb", "1"); // a stick with two partitions, one mounted twice
     TempDir::Write(root / "sys/block/sdb/sdb1/partition", "1\n");
     TempDir::Write(root / "sys/block/sdb/sdb2/partition", "2\n");
-    Block(root, "sdc", "1");  // a card reader with nothing mounted: no drive
-    Block(root, "sr0", "1");  // an optical drive with a disc
-    Block(root, "sr1", "1");  // and one without
-    Block(root, "sdd", "0");  // an optical drive known by its SCSI type
+    Block(root, "sdc", "1"); // a card reader with nothing mounted: no drive
+    Block(root, "sr0", "1"); // an optical drive with a disc
+    Block(root, "sr1", "1"); // and one without
+    Block(root, "sdd", "0"); // an optical drive known by its SCSI type
     TempDir::Write(root / "sys/block/sdd/device/type", "5\n");
-    TempDir::Write(root / "proc/self/mounts",
-                   "/dev/sda1 / ext4 rw 0 0\n"
-                   "proc /proc proc rw 0 0\n"
-                   "/dev/sdb1 /media/u/MY\\040STICK vfat rw 0 0\n"
-                   "/dev/sdb1 /mnt/again vfat rw 0 0\n"
-                   "/dev/sr0 /media/u/DVD_VIDEO udf ro 0 0\n");
+    TempDir::Write(root / "proc/self/mounts", "/dev/sda1 / ext4 rw 0 0\n"
+                                              "proc /proc proc rw 0 0\n"
+                                              "/dev/sdb1 /media/u/MY\\040STICK vfat rw 0 0\n"
+                                              "/dev/sdb1 /mnt/again vfat rw 0 0\n"
+                                              "/dev/sr0 /media/u/DVD_VIDEO udf ro 0 0\n");
     CSystemDriveList list(root.Str());
     const std::vector<CDriveInfo> drives = list.GetDrives();
     ASSERT_EQ(drives.size(), 4u);
@@ -122,7 +121,7 @@ TEST(Drives, FolderTextsSplitAtTheirDriveRootAndJoinBack) {
               CString(u"/dev/sr0/Track01.cda"));
 }
 
-TEST(Drives, TheWatcherReportsRemovalsThenArrivalsAndChangedMedia) {
+TEST(Drives, ChangesAreRemovalsThenArrivalsAndChangedMedia) {
     TempDir root;
     Block(root, "sdb", "1");
     Block(root, "sr1", "1");
@@ -130,18 +129,17 @@ TEST(Drives, TheWatcherReportsRemovalsThenArrivalsAndChangedMedia) {
     CSystemDriveList list(root.Str());
     auto tracks = std::make_shared<TrackProvider>();
     list.AddProvider(tracks);
-    CDriveWatcher watcher;
-    watcher.Start(list);
-    EXPECT_TRUE(watcher.Poll(list).empty());
+    CDriveChanges changes;
+    changes.Start(list);
+    EXPECT_TRUE(changes.Poll(list).empty());
 
     TempDir::Write(root / "proc/self/mounts", "/dev/sdb /media/B vfat rw 0 0\n");
     tracks->m_key = u"disc-2";
-    EXPECT_EQ(watcher.Poll(list), (std::vector<CDriveChange>{{CString(u"/media/A"), FALSE},
+    EXPECT_EQ(changes.Poll(list), (std::vector<CDriveChange>{{CString(u"/media/A"), FALSE},
                                                              {CString(u"/dev/sr1"), FALSE},
                                                              {CString(u"/media/B"), TRUE},
                                                              {CString(u"/dev/sr1"), TRUE}}));
     tracks->m_key.Empty();
-    EXPECT_EQ(watcher.Poll(list),
-              (std::vector<CDriveChange>{{CString(u"/dev/sr1"), FALSE}}));
-    EXPECT_TRUE(watcher.Poll(list).empty());
+    EXPECT_EQ(changes.Poll(list), (std::vector<CDriveChange>{{CString(u"/dev/sr1"), FALSE}}));
+    EXPECT_TRUE(changes.Poll(list).empty());
 }

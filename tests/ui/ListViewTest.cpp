@@ -93,26 +93,27 @@ TEST_F(LibraryTest, RowMenusOfferTheirCommandsAndChangeTheSavedContents) {
     Select(Row({"Radio"}));
     QWidget* viewport = List().viewport();
     const QPoint below(10, viewport->height() - 5);
-    EXPECT_EQ(Menu(viewport, RowPoint(0), ""),
-              QStringList({"Import .pls Playlist...", "Edit...", "Delete",
-                           "Copy as text to Clipboard"}));
-    EXPECT_EQ(Menu(viewport, RowPoint(1), ""),
-              QStringList({"Import .m3u Playlist...", "Edit...", "Delete",
-                           "Copy as text to Clipboard"}));
+    EXPECT_EQ(
+        Menu(viewport, RowPoint(0), ""),
+        QStringList({"Import .pls Playlist...", "Edit...", "Delete", "Copy as text to Clipboard"}));
+    EXPECT_EQ(
+        Menu(viewport, RowPoint(1), ""),
+        QStringList({"Import .m3u Playlist...", "Edit...", "Delete", "Copy as text to Clipboard"}));
     EXPECT_EQ(Menu(viewport, below, ""), QStringList({"Add New MediaItem...", "Add New Topic..."}));
 
     Select(Row({"Music"}));
     EXPECT_EQ(Menu(viewport, below, ""), QStringList({"Add Files...", "Add New Topic..."}));
-    EXPECT_EQ(Menu(viewport, RowPoint(0), ""),
-              QStringList({"Remove From Favorites", "Edit...", "Delete",
-                           "Copy as text to Clipboard"}));
+    EXPECT_EQ(
+        Menu(viewport, RowPoint(0), ""),
+        QStringList({"Remove From Favorites", "Edit...", "Delete", "Copy as text to Clipboard"}));
     EXPECT_EQ(Menu(viewport, RowPoint(3), ""), QStringList({"<no menu>"}));
     EXPECT_EQ(Menu(viewport, RowPoint(1), "Add To Favorites"),
               QStringList({"Edit...", "Delete", "Add To Favorites", "Copy as text to Clipboard"}));
     Menu(viewport, RowPoint(0), "Remove From Favorites");
     EXPECT_EQ(Column(LIST_COLUMN_FAVORITE), QStringList({"no", "yes", "no", "", ""}));
     Menu(viewport, RowPoint(2), "Copy as text to Clipboard");
-    EXPECT_TRUE(QApplication::clipboard()->text().contains("10\r\nCello\r\n11\r\n/media/Cello\r\n"));
+    EXPECT_TRUE(
+        QApplication::clipboard()->text().contains("10\r\nCello\r\n11\r\n/media/Cello\r\n"));
     m_boxes.Answer(IDYES);
     Menu(viewport, RowPoint(2), "Delete");
     EXPECT_EQ(m_boxes.Texts(), std::vector<CString>({CString(u"Delete single selection?")}));
@@ -125,7 +126,8 @@ TEST_F(LibraryTest, RowMenusOfferTheirCommandsAndChangeTheSavedContents) {
               QStringList({"<no menu>"}));
 
     Doc().OnSaveContents();
-    const CtlRun dump = Orvexctl(m_data, "contents-dump '" + Doc().ContentsFilePath().ToUtf8() + "'");
+    const CtlRun dump =
+        Orvexctl(m_data, "contents-dump '" + Doc().ContentsFilePath().ToUtf8() + "'");
     EXPECT_EQ(dump.out,
               "topic\tMusic[0]\ttype 4\n"
               "item\tAUDF\tBlue\t/media/Blue\tMusic\tfavorite 0\n"
@@ -147,9 +149,10 @@ TEST_F(LibraryTest, DeleteRefusesTopicRowsAndSelectsTheRowAboveAfterwards) {
     SelectRows({1, 2, 3});
     QTest::keyClick(&List(), Qt::Key_Delete);
     Menu(viewport, RowPoint(1), "Delete");
-    EXPECT_EQ(m_boxes.Texts(),
-              std::vector<CString>({CString(u"Topics can only be delete from the Contents Pane."),
-                                    CString(u"Cannot delete topics in list. Delete in Contents.")}));
+    EXPECT_EQ(
+        m_boxes.Texts(),
+        std::vector<CString>({CString(u"Topics can only be delete from the Contents Pane."),
+                              CString(u"Cannot delete topics in list. Delete in Contents.")}));
     EXPECT_EQ(List().RowCount(), 5);
 
     m_boxes.Clear();

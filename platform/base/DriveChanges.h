@@ -1,6 +1,7 @@
-// Drive arrival and removal, found by comparing the drive list with what it
-// held at the last look. A medium that changes behind the same root counts
-// as a removal and, with a new medium, an arrival.
+// Drive arrival and removal in drive roots, found by comparing the drive
+// list with what it held at the last look; the window looks whenever the
+// system signals a change of its drives. A medium that changes behind the
+// same root counts as a removal and, with a new medium, an arrival.
 #pragma once
 #include <vector>
 
@@ -12,7 +13,7 @@ struct CDriveChange {
     bool operator==(const CDriveChange&) const = default;
 };
 
-class CDriveWatcher {
+class CDriveChanges {
 public:
     // The first look only takes note of what is there.
     void Start(IDriveList& drives);

@@ -1,19 +1,19 @@
-#include "platform/base/DriveWatcher.h"
+#include "platform/base/DriveChanges.h"
 
 #include <algorithm>
 
-std::vector<CDriveWatcher::Seen> CDriveWatcher::Look(IDriveList& drives) {
+std::vector<CDriveChanges::Seen> CDriveChanges::Look(IDriveList& drives) {
     std::vector<Seen> seen;
     for (const CDriveInfo& drive : drives.GetDrives())
         seen.push_back({drive.m_root, drives.MediumKey(drive.m_root)});
     return seen;
 }
 
-void CDriveWatcher::Start(IDriveList& drives) {
+void CDriveChanges::Start(IDriveList& drives) {
     m_seen = Look(drives);
 }
 
-std::vector<CDriveChange> CDriveWatcher::Poll(IDriveList& drives) {
+std::vector<CDriveChange> CDriveChanges::Poll(IDriveList& drives) {
     std::vector<Seen> now = Look(drives);
     auto find = [](const std::vector<Seen>& list, const CString& root) {
         return std::find_if(list.begin(), list.end(),

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Starts Orvex under Xvfb on a small demo library and saves a picture of the
-# screen once the window has settled: build/screenshot-library.png, or the
-# path given. Uses only what scripts/install-deps.sh installs.
+# Makes docs/screenshot-library.png (or the path given): Orvex on a small
+# demo library in a virtual X display, captured from the display itself
+# once the window has settled.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-OUT="$(realpath -m "${1:-build/screenshot-library.png}")"
+OUT="$(realpath -m "${1:-docs/screenshot-library.png}")"
 bash scripts/build.sh >/dev/null
 
 work="$(mktemp -d)"
@@ -33,14 +33,16 @@ record() { # type topics favourite name location
 } >"$work/demo.txt"
 build/stage/orvexctl import --format mrf "$work/demo.txt" "$work/data/Orvex/OrvexContents.dat" >/dev/null
 
-export XDG_DATA_HOME="$work/data"
-export SHOT_WORK="$work" SHOT_OUT="$OUT"
-xvfb-run -a -s "-screen 0 1280x800x24" bash -c '
+export XDG_DATA_HOME="$work/data" XDG_RUNTIME_DIR="$work/runtime" QT_QPA_PLATFORM=xcb
+mkdir -p -m 700 "$work/runtime"
+export SHOT_WORK="$work" SHOT_OUT="$OUT" SHOT_GRAB="$PWD/build/tools/screengrab"
+# The window fills the display: there is no window manager to place it.
+xvfb-run -a -s "-screen 0 1000x680x24" bash -c '
   set -euo pipefail
   cd build/stage
   ./orvex >/dev/null 2>&1 &
   pid=$!
-  grab() { gst-launch-1.0 -q ximagesrc num-buffers=1 ! videoconvert ! pngenc ! filesink location="$1" >/dev/null 2>&1; }
+  grab() { "$SHOT_GRAB" "$1" >/dev/null 2>&1; }
   # Two equal pictures in a row, the second with more than a blank screen
   # in it, mean the window stands and has painted.
   previous=""
