@@ -6,7 +6,6 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
 #include "platform/base/MessageBox.h"
 #include "platform/base/UserMessages.h"
@@ -14,6 +13,7 @@
 #include "ui/ListModel.h"
 #include "ui/ListView.h"
 #include "ui/MainFrame.h"
+#include "ui/PlaybackKeys.h"
 
 namespace {
 
@@ -90,16 +90,7 @@ void COrvexListView::OnSpace() {
     CMediaPlayer* player = GetPlayer();
     if (!player || player->m_state == 0)
         return;
-    COrvexApp* app = AfxGetOrvexApp();
-    HWND bar = app ? app->m_hwndControls : nullptr;
-    if (player->m_bStream) {
-        // A stream can't pause: the space bar mutes it.
-        player->ToggleMute();
-        PostMessageW(bar, UM_BAR_MUTED, 0, player->m_bMuted ? 1 : 0);
-    } else {
-        player->PauseResume();
-        PostMessageW(bar, UM_BAR_PAUSED, 0, player->m_state == 1 ? 1 : 0);
-    }
+    PauseOrMuteBySpace(*player);
     setFocus(Qt::OtherFocusReason);
 }
 

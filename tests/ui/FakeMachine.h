@@ -30,7 +30,8 @@ public:
     ~FakeMachine() { SetDriveList(m_previous); }
 
     void Block(const std::string& name, const char* removable) {
-        TempDir::Write(m_root / ("sys/block/" + name + "/removable"), std::string(removable) + "\n");
+        TempDir::Write(m_root / ("sys/block/" + name + "/removable"),
+                       std::string(removable) + "\n");
     }
     void Mounts(const std::string& text) { TempDir::Write(m_root / "proc/self/mounts", text); }
     CString Stick() const { return CString(m_stick); }
