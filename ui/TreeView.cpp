@@ -181,16 +181,10 @@ BOOL COrvexTreeView::AddDrive(const CString& drive) {
 }
 
 BOOL COrvexTreeView::AddFolderPlaceholder(QTreeWidgetItem* row, const CString& folder) {
-    std::vector<CFolderEntry> entries;
-    if (!GetDriveList().ListFolder(folder, entries))
+    if (!GetDriveList().HasSubFolder(folder))
         return FALSE;
-    for (const CFolderEntry& entry : entries) {
-        if (entry.m_isFolder && entry.m_name != u"." && entry.m_name != u"..") {
-            AddPlaceholder(row);
-            return TRUE;
-        }
-    }
-    return FALSE;
+    AddPlaceholder(row);
+    return TRUE;
 }
 
 int COrvexTreeView::AddSubFolders(QTreeWidgetItem* row, const CString& folder) {

@@ -183,6 +183,52 @@ CString CSystemDriveList::MediumKey(const CString& root) {
     return CString();
 }
 
+BOOL IDriveList::HasSubFolder(const CString& folder) {
+    std::vector<CFolderEntry> entries;
+    if (!ListFolder(folder, entries))
+        return FALSE;
+    for (const CFolderEntry& entry : entries) {
+        if (entry.m_isFolder && entry.m_name != u"." && entry.m_name != u"..")
+            return TRUE;
+    }
+    return FALSE;
+}
+
+BOOL CSystemDriveList::HasSubFolder(const CString& folder) {
+    std::vector<CFolderEntry> entries;
+    for (const auto& provider : m_providers) {
+        if (provider->ListFolder(folder, entries))
+            return std::any_of(entries.begin(), entries.end(), [](const CFolderEntry& e) {
+                return e.m_isFolder && e.m_name != u"." && e.m_name != u"..";
+            });
+    }
+    return FileSystemFolderHasSubFolder(folder);
+}
+
+BOOL FileSystemFolderHasSubFolder(const CString& folder) {
+    const std::string path = folder.ToUtf8();
+    DIR* dir = opendir(path.c_str());
+    if (!dir)
+        return FALSE;
+    BOOL found = FALSE;
+    while (dirent* entry = readdir(dir)) {
+        const std::string name = entry->d_name;
+        if (name == "." || name == "..")
+            continue;
+        bool isFolder = entry->d_type == DT_DIR;
+        if (entry->d_type == DT_UNKNOWN || entry->d_type == DT_LNK) {
+            struct stat st {};
+            isFolder = stat((path + "/" + name).c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+        }
+        if (isFolder) {
+            found = TRUE;
+            break;
+        }
+    }
+    closedir(dir);
+    return found;
+}
+
 BOOL ListFileSystemFolder(const CString& folder, std::vector<CFolderEntry>& entries) {
     const std::string path = folder.ToUtf8();
     DIR* dir = opendir(path.c_str());

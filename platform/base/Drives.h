@@ -52,6 +52,9 @@ public:
     virtual BOOL ListFolder(const CString& folder, std::vector<CFolderEntry>& entries) = 0;
     // What identifies the medium of a root beside the root itself.
     virtual CString MediumKey(const CString&) { return CString(); }
+    // Whether the folder gives a listing with a folder in it (other than
+    // "." and ".."); the listing may stop at the first one.
+    virtual BOOL HasSubFolder(const CString& folder);
 };
 
 // The drives from the system's own record: the block devices of
@@ -65,6 +68,7 @@ public:
     UINT GetDriveType(const CString& root) override;
     BOOL ListFolder(const CString& folder, std::vector<CFolderEntry>& entries) override;
     CString MediumKey(const CString& root) override;
+    BOOL HasSubFolder(const CString& folder) override;
 
     // Providers are asked in the order added, before the file system.
     void AddProvider(std::shared_ptr<IFolderProvider> provider);
@@ -76,6 +80,8 @@ private:
 
 // Lists a folder of the file system; 0 when it can't be opened.
 BOOL ListFileSystemFolder(const CString& folder, std::vector<CFolderEntry>& entries);
+// Whether a folder of the file system holds a folder, read up to the first.
+BOOL FileSystemFolderHasSubFolder(const CString& folder);
 
 // The drive list of the process. Installing one gives the previous (null
 // for the built-in system list); null puts the built-in one back.

@@ -88,6 +88,8 @@ TEST(Drives, ListingsTellFoldersAndReadOnlyFilesAndProvidersAnswerFirst) {
     EXPECT_TRUE(find(u"Track01.cda")->m_readOnly);
     EXPECT_FALSE(find(u"free.cda")->m_readOnly);
     EXPECT_FALSE(find(u"free.cda")->m_isFolder);
+    EXPECT_TRUE(list.HasSubFolder(dir.Str()));
+    EXPECT_FALSE(list.HasSubFolder(CString((dir / "sub").c_str())));
     entries.clear();
     EXPECT_FALSE(list.ListFolder(CString((dir / "missing").c_str()), entries));
     EXPECT_FALSE(list.ListFolder(CString(u"/dev/sr1"), entries));
