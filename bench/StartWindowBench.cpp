@@ -80,13 +80,9 @@ bool WriteData(const std::filesystem::path& folder) {
     if (g_stations <= 0)
         return false;
     std::filesystem::remove(xml);
-    db.BuildCountryCodesArray();
-    db.SetCountryCodesUsed();
-    db.BuildTagArray(RB_TAG_MIN_COUNT);
-    db.BuildStateArray();
-    db.BuildLanguageCodesArray();
-    db.ResolveLanguageCodes();
-    db.SetLanguageCodesUsed();
+    // The lists as the update job builds them.
+    if (!db.BuildLookupLists(g_stations, &error))
+        return false;
     if (!SaveRadioBrowseFile(db, CString((folder / "RadioBrowse.dat").string())))
         return false;
     std::filesystem::copy_file("results.txt", folder / "results.txt",

@@ -17,7 +17,7 @@ PACKAGES=(
   gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-plugins-ugly
   gstreamer1.0-x gstreamer1.0-gl gstreamer1.0-alsa gstreamer1.0-pulseaudio
   # tests and benchmarks (the pipeline library's RTSP server serves the stream tests)
-  googletest libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth libgstrtspserver-1.0-dev
+  googletest libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth libxcb-xtest0-dev libgstrtspserver-1.0-dev
 )
 
 missing=()
