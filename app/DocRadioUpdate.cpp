@@ -8,15 +8,18 @@
 #include "app/OrvexDoc.h"
 #include "platform/base/Deployment.h"
 #include "platform/base/MessageBox.h"
+#include "platform/base/WaitCursor.h"
 
 BOOL COrvexDoc::ChooseRadioServer() {
     if (!m_serverUrl.IsEmpty())
         return TRUE;
     const CString listUrl =
         m_serverListUrl.IsEmpty() ? CString(RB_SERVER_LIST_URL) : m_serverListUrl;
+    CWaitCursor wait;
     CString message;
     CStringArray servers;
     if (!m_radioDb.GetServers(listUrl, m_dataFolder + u"/results.txt", &message, &servers)) {
+        wait.Restore();
         AfxMessageBox(message);
         return FALSE;
     }
