@@ -18,6 +18,7 @@
 #include "ui/SplitterView.h"
 #include "ui/VideoView.h"
 #include "ui/WindowHandles.h"
+#include "ui/desktop/FrameDesktop.h"
 
 CMainFrame* GetOrvexFrame() {
     return dynamic_cast<CMainFrame*>(GetMainFrame());
@@ -55,6 +56,7 @@ CMainFrame::CMainFrame(COrvexDoc& document) : m_document(document) {
 
     // Command groups that live in their own files connect themselves here.
     ConnectItemDialogCommands(*this, m_document);
+    m_desktop = std::make_unique<CFrameDesktop>(*this, m_document);
 }
 
 CMainFrame::~CMainFrame() {
@@ -200,6 +202,10 @@ void CMainFrame::changeEvent(QEvent* event) {
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
+    if (m_desktop->KeepInTray()) {
+        event->ignore();
+        return;
+    }
     if (m_document.SaveModified())
         event->accept();
     else
