@@ -1,5 +1,6 @@
 // Streams given by URL take the same road as files, through the splitter
 // source, from servers on this machine.
+#include <algorithm>
 #include <filesystem>
 
 #include "tests/player/PlayerTestSupport.h"
@@ -106,9 +107,10 @@ TEST_F(PlayerTest, EveryKindOfStationPlays) {
         m_player->CleanPlayback();
     }
     EXPECT_EQ(1, server.RequestCount("/moved.mp3"));
-    EXPECT_TRUE(
-        std::any_of(server.Requests().begin(), server.Requests().end(),
-                    [](const TestHttpRequest& r) { return r.path == "/radio.mp3" && r.tls; }));
+    const std::vector<TestHttpRequest> requests = server.Requests();
+    EXPECT_TRUE(std::any_of(requests.begin(), requests.end(), [](const TestHttpRequest& r) {
+        return r.path == "/radio.mp3" && r.tls;
+    }));
     EXPECT_GE(server.RequestCount("/hls/segment00001.ts"), 1);
     EXPECT_TRUE(m_boxes.Texts().empty()) << FirstBox();
 }

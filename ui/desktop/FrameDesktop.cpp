@@ -135,6 +135,7 @@ void CFrameDesktop::OnStarted(const CString& requested, const CString& played) {
     m_name = m_requestedTitle.IsEmpty() ? (m_isStream ? requested : LastPart(requested))
                                         : m_requestedTitle;
     m_baseTitle = FromQString(m_frame.windowTitle());
+    m_positionUs = 0;
     m_song.Empty();
     m_lastLogged.Empty();
     m_recordWanted = false;
@@ -228,18 +229,18 @@ BOOL CFrameDesktop::OnStreamDropped(const CString& error) {
     m_volume = player.m_volume;
     m_muted = player.m_bMuted;
     if (!m_reconnect->Schedule()) {
-        CString text = error.IsEmpty() ? CString(u"The stream ended and could not be reached again.")
-                                       : CString(u"Playback Error - ") + error;
+        CString text = error.IsEmpty()
+                           ? CString(u"The stream ended and could not be reached again.")
+                           : CString(u"Playback Error - ") + error;
         GiveUpReconnect(text);
         return TRUE;
     }
     // The graph goes; the window stays as it is while the stream is away.
     player.CleanPlayback();
     ShowTitle();
-    m_frame.statusBar()->showMessage(
-        QStringLiteral("Connecting again (%1 of %2)...")
-            .arg(m_reconnect->Tries())
-            .arg(CStreamReconnect::kMaxTries));
+    m_frame.statusBar()->showMessage(QStringLiteral("Connecting again (%1 of %2)...")
+                                         .arg(m_reconnect->Tries())
+                                         .arg(CStreamReconnect::kMaxTries));
     Refresh();
     return TRUE;
 }
@@ -255,10 +256,9 @@ void CFrameDesktop::TryReconnect() {
             GiveUpReconnect(player.m_lastFailure);
             return;
         }
-        m_frame.statusBar()->showMessage(
-            QStringLiteral("Connecting again (%1 of %2)...")
-                .arg(m_reconnect->Tries())
-                .arg(CStreamReconnect::kMaxTries));
+        m_frame.statusBar()->showMessage(QStringLiteral("Connecting again (%1 of %2)...")
+                                             .arg(m_reconnect->Tries())
+                                             .arg(CStreamReconnect::kMaxTries));
         return;
     }
     m_reconnect->Connected();

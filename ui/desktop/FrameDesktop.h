@@ -101,6 +101,8 @@ private:
     CString m_name;
     CString m_baseTitle;
     BOOL m_isStream = FALSE;
+    // Where playback was last seen or sent, in microseconds.
+    qlonglong m_positionUs = 0;
     // The song a stream announced last, kept while it connects again.
     CString m_song;
     CString m_lastLogged;

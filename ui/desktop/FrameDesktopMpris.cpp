@@ -49,8 +49,15 @@ CPlaybackState CFrameDesktop::PlaybackState() {
 }
 
 qlonglong CFrameDesktop::PositionUs() {
+    CMediaPlayer& player = m_frame.m_player;
     LONGLONG now = 0;
-    return m_frame.m_player.GetMediaTime(now) ? now / kUnitsPerMicrosecond : 0;
+    if (player.m_state == 0)
+        return 0;
+    // While a seek flushes the pipeline its position is unknown for a
+    // moment; the last one known keeps the bus from seeing a jump to 0.
+    if (player.GetMediaTime(now))
+        m_positionUs = now / kUnitsPerMicrosecond;
+    return m_positionUs;
 }
 
 void CFrameDesktop::Play() {
@@ -122,6 +129,7 @@ qlonglong CFrameDesktop::SeekTo(qlonglong positionUs) {
     LONGLONG reached = 0;
     if (!player.SeekToTime(positionUs * kUnitsPerMicrosecond, reached))
         return -1;
+    m_positionUs = reached / kUnitsPerMicrosecond;
     const LONGLONG seconds = reached / 10000000;
     m_frame.PostToBar(UM_BAR_POSITION, static_cast<WPARAM>(seconds),
                       static_cast<LPARAM>(reached * 1000 / player.m_duration));

@@ -19,13 +19,20 @@ QStringList CMprisRootAdaptor::SupportedUriSchemes() const {
 }
 
 QStringList CMprisRootAdaptor::SupportedMimeTypes() const {
-    return {QStringLiteral("audio/mpeg"),       QStringLiteral("audio/aac"),
-            QStringLiteral("audio/ogg"),        QStringLiteral("audio/x-vorbis+ogg"),
-            QStringLiteral("audio/x-opus+ogg"), QStringLiteral("audio/flac"),
-            QStringLiteral("audio/x-wav"),      QStringLiteral("audio/x-ms-wma"),
-            QStringLiteral("video/mp4"),        QStringLiteral("video/x-matroska"),
-            QStringLiteral("video/webm"),       QStringLiteral("video/x-msvideo"),
-            QStringLiteral("video/x-flv"),      QStringLiteral("video/x-ms-wmv"),
+    return {QStringLiteral("audio/mpeg"),
+            QStringLiteral("audio/aac"),
+            QStringLiteral("audio/ogg"),
+            QStringLiteral("audio/x-vorbis+ogg"),
+            QStringLiteral("audio/x-opus+ogg"),
+            QStringLiteral("audio/flac"),
+            QStringLiteral("audio/x-wav"),
+            QStringLiteral("audio/x-ms-wma"),
+            QStringLiteral("video/mp4"),
+            QStringLiteral("video/x-matroska"),
+            QStringLiteral("video/webm"),
+            QStringLiteral("video/x-msvideo"),
+            QStringLiteral("video/x-flv"),
+            QStringLiteral("video/x-ms-wmv"),
             QStringLiteral("application/vnd.apple.mpegurl")};
 }
 

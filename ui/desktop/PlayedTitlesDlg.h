@@ -6,6 +6,7 @@
 class QPlainTextEdit;
 
 class CPlayedTitlesDlg : public QDialog {
+    Q_OBJECT
 public:
     // text: the lines of the played titles file.
     CPlayedTitlesDlg(const QString& text, QWidget* parent = nullptr);

@@ -15,20 +15,22 @@ CTrayIcon::CTrayIcon(QWidget* window, CTrayCommands commands, QObject* parent)
     m_nowPlaying = m_menu->addAction(QString());
     m_nowPlaying->setEnabled(false);
     m_menu->addSeparator();
-    m_playPause = m_menu->addAction(QStringLiteral("Pause"), this, [this] { m_commands.playPause(); });
+    m_playPause =
+        m_menu->addAction(QStringLiteral("Pause"), this, [this] { m_commands.playPause(); });
     m_stop = m_menu->addAction(QStringLiteral("Stop"), this, [this] { m_commands.stop(); });
     m_menu->addSeparator();
     m_showHide = m_menu->addAction(QStringLiteral("Hide Orvex"), this, [this] { ToggleWindow(); });
     m_menu->addAction(QStringLiteral("Quit"), this, [this] { m_commands.quit(); });
     m_icon->setContextMenu(m_menu);
-    connect(m_icon, &QSystemTrayIcon::activated, this, [this](QSystemTrayIcon::ActivationReason why) {
-        if (why == QSystemTrayIcon::Trigger)
-            ToggleWindow();
-    });
+    connect(m_icon, &QSystemTrayIcon::activated, this,
+            [this](QSystemTrayIcon::ActivationReason why) {
+                if (why == QSystemTrayIcon::Trigger)
+                    ToggleWindow();
+            });
     // The menu offers what the window's state calls for when it opens.
     connect(m_menu, &QMenu::aboutToShow, this, [this] {
         m_showHide->setText(m_window->isVisible() ? QStringLiteral("Hide Orvex")
-                                                   : QStringLiteral("Show Orvex"));
+                                                  : QStringLiteral("Show Orvex"));
     });
     Refresh(CPlaybackState());
 }
