@@ -2,6 +2,8 @@
 
 #include <fstream>
 
+#include "platform/base/ReplacingFile.h"
+
 const char16_t* const kDesktopSettingsFile = u"OrvexSettings.txt";
 
 namespace {
@@ -46,9 +48,17 @@ BOOL CDesktopSettings::Save(const CString& path) const {
                 m_bCloseToTray ? 1 : 0);
     for (int i = 0; i < m_otherLines.GetSize(); ++i)
         text += m_otherLines[i] + u"\r\n";
-    std::string bytes = text.ToUtf8();
-    std::ofstream out(path.ToUtf8(), std::ios::binary | std::ios::trunc);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.close();
-    return out ? TRUE : FALSE;
+    const std::string bytes = text.ToUtf8();
+    // A failed save leaves the settings as they were.
+    CReplacingFile file;
+    if (!file.OpenForReplace(path))
+        return FALSE;
+    try {
+        file.Write(bytes.data(), static_cast<UINT>(bytes.size()));
+        file.Close();
+        return TRUE;
+    } catch (const CException&) {
+        file.Abort();
+        return FALSE;
+    }
 }

@@ -115,6 +115,11 @@ TEST_F(DesktopTest, AnMprisClientSeesPlaybackAndItsCommandsSteerIt) {
     EXPECT_TRUE(WaitFor([&] { return Engine().m_state == 2; }));
     EXPECT_TRUE(Told(QStringLiteral("Playing")));
     EXPECT_NE(m_mpris.Metadata().value(QStringLiteral("mpris:trackid")), track);
+
+    // Raise brings a hidden window back.
+    Frame().hide();
+    ASSERT_TRUE(m_mpris.CallRoot(QStringLiteral("Raise")));
+    EXPECT_TRUE(Frame().isVisible());
     EXPECT_TRUE(m_boxes.Texts().empty());
 }
 
