@@ -18,6 +18,8 @@ PACKAGES=(
   gstreamer1.0-x gstreamer1.0-gl gstreamer1.0-alsa gstreamer1.0-pulseaudio
   # tests and benchmarks (the pipeline library's RTSP server serves the stream tests)
   googletest libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth libxcb-xtest0-dev libgstrtspserver-1.0-dev
+  # the window frame in the now-playing screenshot
+  twm
   # a session bus of their own for the MPRIS tests
   dbus-daemon
   # the search benchmark's comparison only

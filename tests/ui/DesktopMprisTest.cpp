@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSlider>
 
 #include "tests/ui/FrameMedia.h"
@@ -164,6 +165,11 @@ TEST_F(DesktopTest, TheSleepTimerFadesAndStops) {
     PlayMovie();
     Entry(Frame(), ID_SLEEP_OFF + 15)->trigger();
     EXPECT_EQ(sleep.GetMode(), CSleepTimer::AfterMinutes);
+    QAction* off = Entry(Frame(), ID_SLEEP_OFF);
+    emit qobject_cast<QMenu*>(off->parent())->aboutToShow();
+    EXPECT_TRUE(off->text().contains(
+        QRegularExpression(QStringLiteral("^Off \\((1[0-5]) min left\\)$"))))
+        << off->text().toStdString();
     EXPECT_TRUE(WaitFor([&] { return sleep.Fading(); }, 3000));
     LONG level = 0;
     EXPECT_TRUE(WaitFor(

@@ -103,6 +103,13 @@ void CFrameDesktop::CreateMenus() {
     }
     addSleep(ID_SLEEP_END_OF_ITEM, QStringLiteral("End of Current Item"),
              [this] { m_sleep->StartEndOfItem(); });
+    // The minutes left, rounded up, where the user looks for them.
+    QAction* sleepOff = m_sleepMenu->actions().first();
+    connect(m_sleepMenu, &QMenu::aboutToShow, this, [this, sleepOff] {
+        const int left = m_sleep->MinutesLeft();
+        sleepOff->setText(left < 0 ? QStringLiteral("Off")
+                                   : QStringLiteral("Off (%1 min left)").arg(left));
+    });
 
     playback->addSeparator();
     QAction* titles = playback->addAction(QStringLiteral("Played &Titles..."));

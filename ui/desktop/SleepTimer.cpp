@@ -55,6 +55,11 @@ qint64 CSleepTimer::RemainingMs() const {
     return std::max<qint64>(0, m_durationMs - m_started.elapsed());
 }
 
+int CSleepTimer::MinutesLeft() const {
+    const qint64 left = RemainingMs();
+    return left < 0 ? -1 : static_cast<int>((left + m_minuteMs - 1) / m_minuteMs);
+}
+
 void CSleepTimer::OnItemEnded() {
     if (m_mode == EndOfItem && !Fading())
         BeginFade();

@@ -25,6 +25,8 @@ public:
     bool Fading() const { return m_fadeStep >= 0; }
     // What is left until the stop, for the menu; -1 when not timed.
     qint64 RemainingMs() const;
+    // The same in whole minutes, rounded up; -1 when not timed.
+    int MinutesLeft() const;
 
     // The item ended, or a stream's song changed: with EndOfItem it is time.
     void OnItemEnded();
