@@ -1,16 +1,29 @@
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+
 #include <QApplication>
 
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
 #include "platform/qt/QtGlue.h"
+#include "ui/CommandLine.h"
 #include "ui/FileChooser.h"
 #include "ui/FontChooser.h"
 #include "ui/MainFrame.h"
 
 int main(int argc, char** argv) {
+    // Without a display Qt would abort; say why and leave instead.
+    auto display = std::make_unique<CDisplayCheck>();
+    if (!display->MissingReason().empty()) {
+        fprintf(stderr, "%s\n", display->MissingReason().c_str());
+        return 1;
+    }
+    display->PreferX11UnderWayland();
+
     QApplication application(argc, argv);
+    display.reset();
     QApplication::setApplicationName(QStringLiteral("Orvex"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Orvex"));
     QApplication::setDesktopFileName(QStringLiteral("orvex"));
     InstallQtPlatformGlue();
     InstallFontChooser();
@@ -20,5 +33,10 @@ int main(int argc, char** argv) {
     app.SetFrameFactory([](COrvexDoc& document) { return std::make_unique<CMainFrame>(document); });
     if (!app.InitInstance())
         return 1;
+    if (argc > 1) {
+        if (CMainFrame* frame = GetOrvexFrame())
+            frame->PlayAtStart(
+                MediumFromArgument(argv[1], std::filesystem::current_path().string()));
+    }
     return QApplication::exec();
 }
