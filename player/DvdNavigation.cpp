@@ -66,8 +66,9 @@ CString CMediaPlayer::DvdProblemText(LONG code, LONG_PTR p1) {
     if (code == EC_DVD_ERROR) {
         switch (p1) {
         case DVD_ERROR_Unexpected:
-            text = u"An unexpected error (possibly incorrectly authored content)\nwas encountered.\n"
-                   u"Can't playback this DVD-Video disc.\n";
+            text =
+                u"An unexpected error (possibly incorrectly authored content)\nwas encountered.\n"
+                u"Can't playback this DVD-Video disc.\n";
             break;
         case DVD_ERROR_InvalidDVD1_0Disc:
             text = u"This DVD-Video disc is incorrectly authored.\nCan't playback this disc.\n";

@@ -1,8 +1,8 @@
 // What the three graph builders (file or stream, CD, DVD) share: the wait
 // cursor over a build and the typed interface query.
 #pragma once
-#include "player/PlayerFrame.h"
 #include "platform/media/ComTypes.h"
+#include "player/PlayerFrame.h"
 
 // Ends the wait cursor on every way out of a build.
 class CBuildWaitCursor {

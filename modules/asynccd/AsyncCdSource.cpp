@@ -130,11 +130,12 @@ IUnknown* NewAsyncCdSource() {
 }
 
 CAsyncCdSource::CAsyncCdSource() : CGstFilter("asynccd") {
-    m_source = GST_ELEMENT(g_object_new(orvex_cd_track_source_get_type(), "name", "cdtrack", nullptr));
+    m_source =
+        GST_ELEMENT(g_object_new(orvex_cd_track_source_get_type(), "name", "cdtrack", nullptr));
     gst_bin_add(GST_BIN(m_bin), m_source);
     m_sourcePad = gst_element_get_static_pad(m_source, "src");
-    m_hold = gst_pad_add_probe(m_sourcePad, GST_PAD_PROBE_TYPE_BLOCK_DOWNSTREAM, Hold, nullptr,
-                               nullptr);
+    m_hold =
+        gst_pad_add_probe(m_sourcePad, GST_PAD_PROBE_TYPE_BLOCK_DOWNSTREAM, Hold, nullptr, nullptr);
     GstPad* ghost = gst_ghost_pad_new("Output", m_sourcePad);
     g_signal_connect(ghost, "linked", G_CALLBACK(OnLinked), this);
     // A byte stream whatever container it holds.
@@ -168,8 +169,8 @@ HRESULT CAsyncCdSource::Load(LPCOLESTR fileName, const AM_MEDIA_TYPE*) {
     auto* self = reinterpret_cast<OrvexCdTrackSource*>(m_source);
     if (self->reader)
         return VFW_E_WRONG_STATE;
-    gchar* utf8 =
-        g_utf16_to_utf8(reinterpret_cast<const gunichar2*>(fileName), -1, nullptr, nullptr, nullptr);
+    gchar* utf8 = g_utf16_to_utf8(reinterpret_cast<const gunichar2*>(fileName), -1, nullptr,
+                                  nullptr, nullptr);
     const std::string path = utf8 ? utf8 : "";
     g_free(utf8);
     std::string disc;

@@ -32,4 +32,3 @@ constexpr LONG DVD_WARNING_IllegalNavCommand = 3;
 constexpr LONG DVD_WARNING_Open = 4;
 constexpr LONG DVD_WARNING_Seek = 5;
 constexpr LONG DVD_WARNING_Read = 6;
-

@@ -127,8 +127,7 @@ HRESULT CDvdNavigator::PlayTitle(ULONG title, DWORD, IDvdCmd** cmd) {
 HRESULT CDvdNavigator::PlayChapterInTitle(ULONG title, ULONG chapter, DWORD, IDvdCmd** cmd) {
     if (cmd)
         *cmd = nullptr;
-    return m_reader.PlayChapter(static_cast<int>(title), static_cast<int>(chapter)) ? S_OK
-                                                                                    : E_FAIL;
+    return m_reader.PlayChapter(static_cast<int>(title), static_cast<int>(chapter)) ? S_OK : E_FAIL;
 }
 
 HRESULT CDvdNavigator::PlayAtTimeInTitle(ULONG title, DVD_HMSF_TIMECODE* time, DWORD,
@@ -153,8 +152,8 @@ bool CDvdNavigator::ToFrame(POINT point, int& x, int& y) {
     {
         std::lock_guard<std::mutex> lock(m_graphLock);
         IVideoWindow* window = nullptr;
-        if (!m_graph || FAILED(m_graph->QueryInterface(IID_IVideoWindow,
-                                                       reinterpret_cast<void**>(&window))))
+        if (!m_graph ||
+            FAILED(m_graph->QueryInterface(IID_IVideoWindow, reinterpret_cast<void**>(&window))))
             return false;
         const HRESULT hr = window->GetWindowPosition(&left, &top, &width, &height);
         window->Release();

@@ -9,7 +9,10 @@
 #include "platform/media/GstFilter.h"
 #include "platform/media/MediaInterfaces.h"
 
-class CDvdNavigator : public CGstFilter, public IDvdControl2, public IDvdInfo2, public IGraphErrorText {
+class CDvdNavigator : public CGstFilter,
+                      public IDvdControl2,
+                      public IDvdInfo2,
+                      public IGraphErrorText {
 public:
     CDvdNavigator();
     ~CDvdNavigator() override;

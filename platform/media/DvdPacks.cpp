@@ -12,9 +12,9 @@ bool StartCode(const uint8_t* p) {
 }
 
 uint64_t ReadPts(const uint8_t* p) {
-    return (static_cast<uint64_t>((p[0] >> 1) & 0x07) << 30) |
-           (static_cast<uint64_t>(p[1]) << 22) | (static_cast<uint64_t>(p[2] >> 1) << 15) |
-           (static_cast<uint64_t>(p[3]) << 7) | (static_cast<uint64_t>(p[4]) >> 1);
+    return (static_cast<uint64_t>((p[0] >> 1) & 0x07) << 30) | (static_cast<uint64_t>(p[1]) << 22) |
+           (static_cast<uint64_t>(p[2] >> 1) << 15) | (static_cast<uint64_t>(p[3]) << 7) |
+           (static_cast<uint64_t>(p[4]) >> 1);
 }
 
 // Names the piece by the private stream's own first byte, and skips the
@@ -56,8 +56,7 @@ bool ClassifyPrivate(const uint8_t* data, DvdPayload& piece) {
 } // namespace
 
 bool SplitDvdPack(const uint8_t* pack, size_t size, std::vector<DvdPayload>& out) {
-    if (!pack || size < 14 || !StartCode(pack) || pack[3] != kPackStart ||
-        (pack[4] & 0xC0) != 0x40)
+    if (!pack || size < 14 || !StartCode(pack) || pack[3] != kPackStart || (pack[4] & 0xC0) != 0x40)
         return false;
     size_t pos = 14 + (pack[13] & 0x07);
     while (pos + 6 <= size && StartCode(pack + pos)) {

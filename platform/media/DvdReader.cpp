@@ -33,8 +33,7 @@ GstStateChangeReturn ChangeState(GstElement* element, GstStateChange transition)
         owner->Stop();
     GstStateChangeReturn ret =
         GST_ELEMENT_CLASS(orvex_dvd_reader_element_parent_class)->change_state(element, transition);
-    if (transition == GST_STATE_CHANGE_READY_TO_PAUSED && owner &&
-        ret != GST_STATE_CHANGE_FAILURE)
+    if (transition == GST_STATE_CHANGE_READY_TO_PAUSED && owner && ret != GST_STATE_CHANGE_FAILURE)
         owner->OnPaused();
     return ret;
 }

@@ -16,8 +16,8 @@
 #include <vector>
 
 #include "platform/media/DvdDisc.h"
-#include "platform/media/DvdPacks.h"
 #include "platform/media/DvdEvents.h"
+#include "platform/media/DvdPacks.h"
 
 // The structure name of the events that carry a report for the graph: the
 // fields "code" (int), "param1" and "param2" (int64).

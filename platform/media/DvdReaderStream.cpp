@@ -41,10 +41,9 @@ void CDvdReader::BeginStreamsLocked(Actions& actions) {
         GstCaps* caps = nullptr;
         if (i == kVideo)
             caps = gst_caps_new_simple("video/mpeg", "mpegversion", G_TYPE_INT, 2, "systemstream",
-                                       G_TYPE_BOOLEAN, FALSE, "width", G_TYPE_INT,
-                                       m_facts.width, "height", G_TYPE_INT, m_facts.height,
-                                       "pixel-aspect-ratio", GST_TYPE_FRACTION, m_facts.parN,
-                                       m_facts.parD, nullptr);
+                                       G_TYPE_BOOLEAN, FALSE, "width", G_TYPE_INT, m_facts.width,
+                                       "height", G_TYPE_INT, m_facts.height, "pixel-aspect-ratio",
+                                       GST_TYPE_FRACTION, m_facts.parN, m_facts.parD, nullptr);
         else if (i == kAudio)
             caps = AudioCaps(m_audioCoding);
         else
@@ -82,20 +81,18 @@ int CDvdReader::HandleEventLocked(int event, Actions& actions) {
             g_snprintf(name, sizeof(name), "clut%02d", i);
             gst_structure_set(s, name, G_TYPE_INT, static_cast<int>(clut[i]), nullptr);
         }
-        actions.push_back(
-            {m_pads[kSubPicture], DvdEvent(GST_EVENT_CUSTOM_DOWNSTREAM, s), nullptr});
+        actions.push_back({m_pads[kSubPicture], DvdEvent(GST_EVENT_CUSTOM_DOWNSTREAM, s), nullptr});
         break;
     }
     case DVDNAV_SPU_STREAM_CHANGE: {
         const auto* change = reinterpret_cast<dvdnav_spu_stream_change_event_t*>(m_block);
         m_spuTrack = change->physical_wide < 0 ? -1 : (change->physical_wide & 0x1F);
         const gboolean forcedOnly = change->physical_wide >= 0 && (change->physical_wide & 0x80);
-        GstStructure* s = gst_structure_new(
-            "application/x-gst-dvd", "event", G_TYPE_STRING, "dvd-set-subpicture-track",
-            "physical-id", G_TYPE_INT, m_spuTrack, "forced-only", G_TYPE_BOOLEAN, forcedOnly,
-            nullptr);
-        actions.push_back(
-            {m_pads[kSubPicture], DvdEvent(GST_EVENT_CUSTOM_DOWNSTREAM, s), nullptr});
+        GstStructure* s =
+            gst_structure_new("application/x-gst-dvd", "event", G_TYPE_STRING,
+                              "dvd-set-subpicture-track", "physical-id", G_TYPE_INT, m_spuTrack,
+                              "forced-only", G_TYPE_BOOLEAN, forcedOnly, nullptr);
+        actions.push_back({m_pads[kSubPicture], DvdEvent(GST_EVENT_CUSTOM_DOWNSTREAM, s), nullptr});
         break;
     }
     case DVDNAV_AUDIO_STREAM_CHANGE:
@@ -187,8 +184,8 @@ void CDvdReader::OnNavPacketLocked(Actions& actions) {
     const GstClockTime start = TicksToTime(pci->pci_gi.vobu_s_ptm);
     const GstClockTime end = TicksToTime(pci->pci_gi.vobu_e_ptm);
     m_inStill = false;
-    const bool jumped = m_vobuEnd == GST_CLOCK_TIME_NONE || start < m_vobuEnd ||
-                        start - m_vobuEnd > kSeamlessJump;
+    const bool jumped =
+        m_vobuEnd == GST_CLOCK_TIME_NONE || start < m_vobuEnd || start - m_vobuEnd > kSeamlessJump;
     if (!m_haveSegment || m_discont || jumped)
         NewSegmentLocked(start, actions);
     m_vobuEnd = end;
@@ -196,8 +193,8 @@ void CDvdReader::OnNavPacketLocked(Actions& actions) {
     if (m_audioEnd == GST_CLOCK_TIME_NONE || m_audioEnd < m_segment.start)
         m_audioEnd = m_segment.start;
     if (start > m_audioEnd + kAudioSilence) {
-        actions.push_back({m_pads[kAudio], gst_event_new_gap(m_audioEnd, start - m_audioEnd),
-                           nullptr});
+        actions.push_back(
+            {m_pads[kAudio], gst_event_new_gap(m_audioEnd, start - m_audioEnd), nullptr});
         m_audioEnd = start;
     }
     ReportStateLocked(actions);
@@ -240,8 +237,7 @@ void CDvdReader::EnterStillLocked(int length, Actions& actions) {
         actions.push_back({m_pads[kVideo], nullptr, end});
         actions.push_back({m_pads[kVideo], gst_video_event_new_still_frame(TRUE), nullptr});
         const GstClockTime from = m_audioEnd != GST_CLOCK_TIME_NONE ? m_audioEnd : m_segment.start;
-        actions.push_back(
-            {m_pads[kAudio], gst_event_new_gap(from, GST_CLOCK_TIME_NONE), nullptr});
+        actions.push_back({m_pads[kAudio], gst_event_new_gap(from, GST_CLOCK_TIME_NONE), nullptr});
     }
     ReportStateLocked(actions);
     HighlightLocked(actions);

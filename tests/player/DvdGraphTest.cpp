@@ -21,10 +21,13 @@ protected:
 
     void PlayToMenu() {
         ASSERT_TRUE(m_player->PlayDvdLav(CString(Disc()), &m_frame)) << FirstBox();
-        ASSERT_TRUE(PollFor(5000, [&] {
-            return m_player->m_dvdDomain == DVD_DOMAIN_VideoManagerMenu &&
-                   m_player->m_dvdButtonCount == 2 && m_player->m_dvdButton == 1;
-        })) << "domain " << m_player->m_dvdDomain << " buttons " << m_player->m_dvdButtonCount;
+        ASSERT_TRUE(PollFor(5000,
+                            [&] {
+                                return m_player->m_dvdDomain == DVD_DOMAIN_VideoManagerMenu &&
+                                       m_player->m_dvdButtonCount == 2 &&
+                                       m_player->m_dvdButton == 1;
+                            }))
+            << "domain " << m_player->m_dvdDomain << " buttons " << m_player->m_dvdButtonCount;
     }
 
     // The failure texts of a disc the navigator refuses.
@@ -76,7 +79,8 @@ TEST_F(DvdGraphTest, TheMenuAnswersTheMouseAndItsButtonPlaysATitle) {
     // In a title the mouse selects nothing.
     m_player->SelectMenuButton(Button(1).x, Button(1).y);
     // At its end the title goes back to the menu, which waits there.
-    EXPECT_TRUE(PollFor(6000, [&] { return m_player->m_dvdDomain == DVD_DOMAIN_VideoManagerMenu; }));
+    EXPECT_TRUE(
+        PollFor(6000, [&] { return m_player->m_dvdDomain == DVD_DOMAIN_VideoManagerMenu; }));
     EXPECT_EQ(m_frame.m_stops, 0);
     EXPECT_TRUE(m_boxes.Texts().empty()) << FirstBox();
 }
@@ -126,7 +130,8 @@ TEST_F(DvdGraphTest, TitleChapterAndMenuJumpsLandWhereAskedAndTheTimeReadsRight)
                m_player->m_dvdButtonCount == 2;
     }));
     m_player->ShowDvdMenu(DVD_MENU_Title);
-    EXPECT_TRUE(PollFor(5000, [&] { return m_player->m_dvdDomain == DVD_DOMAIN_VideoManagerMenu; }));
+    EXPECT_TRUE(
+        PollFor(5000, [&] { return m_player->m_dvdDomain == DVD_DOMAIN_VideoManagerMenu; }));
     EXPECT_TRUE(m_boxes.Texts().empty()) << FirstBox();
 }
 
@@ -172,8 +177,8 @@ TEST_F(DvdGraphTest, TheVideoDecoderHasItsSubPictureInputOnlyWithDvdSupport) {
         IPin* pin = nullptr;
         EXPECT_EQ(dvd ? S_OK : E_FAIL, CMediaPlayer::GetPin2(decoder, PINDIR_INPUT, 1, &pin));
         SafeRelease(pin);
-        EXPECT_EQ(dvd ? S_OK : E_FAIL, CMediaPlayer::GetPin(decoder, PINDIR_INPUT,
-                                                            MEDIATYPE_DVD_ENCRYPTED_PACK, &pin));
+        EXPECT_EQ(dvd ? S_OK : E_FAIL,
+                  CMediaPlayer::GetPin(decoder, PINDIR_INPUT, MEDIATYPE_DVD_ENCRYPTED_PACK, &pin));
         SafeRelease(pin);
         decoder->Release();
     }

@@ -4,8 +4,8 @@
 // one reads without a descrambler, and an audio CD image (cue sheet and bin
 // file) of generated tones.
 #pragma once
-#include <gtest/gtest.h>
 #include <glib.h>
+#include <gtest/gtest.h>
 
 #include <cmath>
 #include <cstdint>
@@ -72,9 +72,9 @@ private:
         gchar* errors = nullptr;
         gint status = -1;
         const gchar* argv[] = {"/bin/sh", "-c", line.c_str(), nullptr};
-        const bool ran = g_spawn_sync(nullptr, const_cast<gchar**>(argv), nullptr,
-                                      G_SPAWN_STDOUT_TO_DEV_NULL, nullptr, nullptr, nullptr,
-                                      &errors, &status, nullptr);
+        const bool ran =
+            g_spawn_sync(nullptr, const_cast<gchar**>(argv), nullptr, G_SPAWN_STDOUT_TO_DEV_NULL,
+                         nullptr, nullptr, nullptr, &errors, &status, nullptr);
         const bool ok = ran && g_spawn_check_wait_status(status, nullptr);
         if (!ok)
             ADD_FAILURE() << command << "\n" << (errors ? errors : "");
@@ -99,8 +99,9 @@ private:
             std::to_string(kButtonBottom - 1) + ")*(between(X," + std::to_string(kButton1Left) +
             "," + std::to_string(kButton1Right - 1) + ")+between(X," +
             std::to_string(kButton2Left) + "," + std::to_string(kButton2Right - 1) + ")))";
-        const char* const shades[3][2] = {
-            {"normal", "r=255:g=255:b=255"}, {"highlight", "r=255:g=255:b=0"}, {"select", "r=255:g=0:b=0"}};
+        const char* const shades[3][2] = {{"normal", "r=255:g=255:b=255"},
+                                          {"highlight", "r=255:g=255:b=0"},
+                                          {"select", "r=255:g=0:b=0"}};
         for (const auto& shade : shades) {
             ok = ok && Run(ffmpeg + "-f lavfi -i color=c=black:s=720x480,format=rgba -vf \"geq=" +
                            shade[1] + ":a='" + boxes + "'\" -frames:v 1 " + shade[0] + ".png");
@@ -108,13 +109,13 @@ private:
         TempDir::Write(m_dir / "buttons.xml",
                        "<subpictures><stream><spu force=\"yes\" start=\"00:00:00.00\" "
                        "image=\"normal.png\" highlight=\"highlight.png\" select=\"select.png\">"
-                       "<button name=\"b1\" x0=\"" + std::to_string(kButton1Left) +
-                       "\" y0=\"" + std::to_string(kButtonTop) + "\" x1=\"" +
-                       std::to_string(kButton1Right) + "\" y1=\"" + std::to_string(kButtonBottom) +
-                       "\"/><button name=\"b2\" x0=\"" + std::to_string(kButton2Left) +
-                       "\" y0=\"" + std::to_string(kButtonTop) + "\" x1=\"" +
-                       std::to_string(kButton2Right) + "\" y1=\"" + std::to_string(kButtonBottom) +
-                       "\"/></spu></stream></subpictures>");
+                       "<button name=\"b1\" x0=\"" +
+                           std::to_string(kButton1Left) + "\" y0=\"" + std::to_string(kButtonTop) +
+                           "\" x1=\"" + std::to_string(kButton1Right) + "\" y1=\"" +
+                           std::to_string(kButtonBottom) + "\"/><button name=\"b2\" x0=\"" +
+                           std::to_string(kButton2Left) + "\" y0=\"" + std::to_string(kButtonTop) +
+                           "\" x1=\"" + std::to_string(kButton2Right) + "\" y1=\"" +
+                           std::to_string(kButtonBottom) + "\"/></spu></stream></subpictures>");
         ok = ok && Run("spumux -m dvd buttons.xml < menu.mpg > menu-buttons.mpg 2>/dev/null");
         const std::string menu = "<pgc entry=\"%s\"><vob file=\"menu-buttons.mpg\" pause=\"inf\"/>"
                                  "<button name=\"b1\">jump title 1;</button>"
@@ -127,7 +128,8 @@ private:
         TempDir::Write(
             m_dir / "dvd.xml",
             "<dvdauthor dest=\"dvd\"><vmgm><fpc>jump menu 1;</fpc><menus>"
-            "<video format=\"ntsc\" aspect=\"4:3\"/>" + entry("title") +
+            "<video format=\"ntsc\" aspect=\"4:3\"/>" +
+                entry("title") +
                 "</menus></vmgm><titleset><menus><video format=\"ntsc\" aspect=\"4:3\"/>" +
                 entry("root") +
                 "</menus><titles><video format=\"ntsc\" aspect=\"4:3\"/>"
@@ -166,12 +168,12 @@ private:
             const int sectors = static_cast<int>(kTrackSeconds[t] * 75);
             const int start = static_cast<int>(pcm.size() / 2352);
             char index[64];
-            snprintf(index, sizeof(index), "  TRACK %02d AUDIO\n    INDEX 01 %02d:%02d:%02d\n", t + 1,
-                     start / 4500, start / 75 % 60, start % 75);
+            snprintf(index, sizeof(index), "  TRACK %02d AUDIO\n    INDEX 01 %02d:%02d:%02d\n",
+                     t + 1, start / 4500, start / 75 % 60, start % 75);
             cue += index;
             for (int i = 0; i < sectors * 588; ++i) {
-                const auto sample = static_cast<int16_t>(
-                    8000 * std::sin(2 * M_PI * frequencies[t] * i / 44100.0));
+                const auto sample =
+                    static_cast<int16_t>(8000 * std::sin(2 * M_PI * frequencies[t] * i / 44100.0));
                 for (int channel = 0; channel < 2; ++channel) {
                     pcm += static_cast<char>(sample & 0xFF);
                     pcm += static_cast<char>((sample >> 8) & 0xFF);
