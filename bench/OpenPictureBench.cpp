@@ -25,6 +25,7 @@
 
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
+#include "bench/BenchMedia.h"
 #include "platform/base/FileDialog.h"
 #include "platform/media/GraphSettings.h"
 #include "platform/media/GstFilter.h"
@@ -41,23 +42,6 @@ using Clock = std::chrono::steady_clock;
 
 double Ms(Clock::time_point from, Clock::time_point to) {
     return std::chrono::duration<double, std::milli>(to - from).count();
-}
-
-bool Encode(const std::string& description) {
-    GstElement* p = gst_parse_launch(description.c_str(), nullptr);
-    if (!p)
-        return false;
-    gst_element_set_state(p, GST_STATE_PLAYING);
-    GstBus* bus = gst_element_get_bus(p);
-    GstMessage* m = gst_bus_timed_pop_filtered(
-        bus, 120 * GST_SECOND, static_cast<GstMessageType>(GST_MESSAGE_EOS | GST_MESSAGE_ERROR));
-    const bool ok = m && GST_MESSAGE_TYPE(m) == GST_MESSAGE_EOS;
-    if (m)
-        gst_message_unref(m);
-    gst_object_unref(bus);
-    gst_element_set_state(p, GST_STATE_NULL);
-    gst_object_unref(p);
-    return ok;
 }
 
 // Reads one pixel of the screen over its own connection until it is green,
@@ -109,8 +93,8 @@ private:
 
 double GstPlay(const std::string& file) {
     const std::string audio = "--audiosink=fakesink sync=true";
-    const char* args[] = {"gst-play-1.0", "-q", "--no-interactive", audio.c_str(), file.c_str(),
-                          nullptr};
+    const char* args[] = {"gst-play-1.0", "-q",         "--no-interactive",
+                          audio.c_str(),  file.c_str(), nullptr};
     CGreenWatch watch(320, 180); // the middle of its own window, at the top left
     const auto start = Clock::now();
     pid_t pid = 0;

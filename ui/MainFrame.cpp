@@ -47,10 +47,10 @@ CMainFrame::CMainFrame(COrvexDoc& document) : m_document(document) {
     status->hide();
     CreateMenus();
 
-    // A volume that comes or goes reaches the document, which tells the
-    // panes and ends disc playback when a disc went.
-    m_driveWatcher = std::make_unique<CDriveWatcher>(
-        [this](const CString& drive, BOOL arrived) { m_document.OnDiscChange(drive, arrived); });
+    // A volume that comes or goes reaches the document as the drive root
+    // the panes know, and the document tells them and ends disc playback
+    // when a disc went.
+    m_driveWatcher = std::make_unique<CDriveWatcher>(DriveEventsFor(m_document));
     m_driveWatcher->AddSystemSources();
 
     // Command groups that live in their own files connect themselves here.

@@ -13,11 +13,20 @@
 
 namespace {
 
-// The client rectangle of a handle's widget; false when it has none.
-BOOL GetClientRect(HWND hwnd, RECT* rect) {
-    QWidget* widget = WidgetFromHwnd(hwnd);
-    if (!widget)
+// The owner of the picture or the sound and its client rectangle; a box
+// with the text for what is missing, and false, when either is.
+BOOL TakeOwner(HWND hwnd, const char16_t* noWindow, const char16_t* noArea, HWND* hOwner,
+               RECT* rect) {
+    *hOwner = hwnd;
+    if (!hwnd) {
+        AfxMessageBox(CString(noWindow));
         return FALSE;
+    }
+    QWidget* widget = WidgetFromHwnd(hwnd);
+    if (!widget) {
+        AfxMessageBox(CString(noArea));
+        return FALSE;
+    }
     *rect = RECT{0, 0, widget->width(), widget->height()};
     return TRUE;
 }
@@ -65,25 +74,13 @@ BOOL CMainFrame::SetVideoWindow(BOOL hasVideo, BOOL hasAudio, HWND* hOwner, HWND
             AfxMessageBox(CString(u"ERROR could not create VideoView Window"));
             return FALSE;
         }
-        *hOwner = app ? app->m_hwndVideo : nullptr;
-        if (!*hOwner) {
-            AfxMessageBox(CString(u"VideoView Window not created."));
+        if (!TakeOwner(app ? app->m_hwndVideo : nullptr, u"VideoView Window not created.",
+                       u"VideoView Window area not available.", hOwner, rect))
             return FALSE;
-        }
-        if (!GetClientRect(*hOwner, rect)) {
-            AfxMessageBox(CString(u"VideoView Window area not available."));
-            return FALSE;
-        }
     } else if (hasAudio) {
-        *hOwner = app ? app->m_hwndList : nullptr;
-        if (!*hOwner) {
-            AfxMessageBox(CString(u"ListView Video Window not available."));
+        if (!TakeOwner(app ? app->m_hwndList : nullptr, u"ListView Video Window not available.",
+                       u"ListView Window area not available.", hOwner, rect))
             return FALSE;
-        }
-        if (!GetClientRect(*hOwner, rect)) {
-            AfxMessageBox(CString(u"ListView Window area not available."));
-            return FALSE;
-        }
     }
     *hNotify = GetSafeHwnd();
     return TRUE;

@@ -10,6 +10,7 @@
 #include "app/OrvexApp.h"
 #include "platform/base/UserMessages.h"
 #include "ui/MainFrame.h"
+#include "ui/PlaybackKeys.h"
 
 namespace {
 
@@ -158,16 +159,7 @@ void COrvexVideoView::keyPressEvent(QKeyEvent* event) {
         QWidget::keyPressEvent(event);
         return;
     }
-    COrvexApp* app = AfxGetOrvexApp();
-    HWND bar = app ? app->m_hwndControls : nullptr;
-    if (engine->m_bStream) {
-        // A stream cannot pause: the space bar mutes it instead.
-        engine->ToggleMute();
-        PostMessageW(bar, UM_BAR_MUTED, 0, engine->m_bMuted ? 1 : 0);
-    } else {
-        engine->PauseResume();
-        PostMessageW(bar, UM_BAR_PAUSED, 0, engine->m_state == 1 ? 1 : 0);
-    }
+    PauseOrMuteBySpace(*engine);
     setFocus(Qt::OtherFocusReason);
 }
 

@@ -23,6 +23,7 @@ int main(int argc, char** argv) {
 
     QApplication application(argc, argv);
     display.reset();
+    CDisplayCheck::KeepPictureOnX11(QGuiApplication::platformName());
     QApplication::setApplicationName(QStringLiteral("Orvex"));
     QApplication::setDesktopFileName(QStringLiteral("orvex"));
     InstallQtPlatformGlue();

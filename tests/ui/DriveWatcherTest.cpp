@@ -1,11 +1,14 @@
 // Drive changes reach the document as they happen, with no timer: the
 // mount table's removable volumes, and an injected source standing in for
-// the system's.
+// the system's, which wakes the window to look at the drive list (of a
+// made-up machine here) again.
 #include <fcntl.h>
 #include <unistd.h>
 
 #include "app/DocView.h"
 #include "platform/qt/DriveWatcher.h"
+#include "tests/support/PrintCString.h"
+#include "tests/ui/FakeMachine.h"
 #include "tests/ui/FrameFixture.h"
 
 namespace {
@@ -57,27 +60,32 @@ TEST(DriveWatcher, RemovableVolumesOfAMountTable) {
     EXPECT_TRUE(RemovableVolumes("").empty());
 }
 
-using DriveChanges = FrameTest;
+class DriveChanges : protected FakeMachine, public FrameTest {};
 
-TEST_F(DriveChanges, WhatCameAndWhatWentReachTheDocumentAsHints) {
+TEST_F(DriveChanges, WhatCameAndWhatWentReachTheDocumentAsHintsWithTheDriveRoots) {
     HintRecorder recorder;
     Doc().AddView(&recorder);
-    std::set<std::string> drives = {"/dev/sr0"};
+    std::set<std::string> signalled = {"/dev/sdb1"};
     int ready = -1;
-    Frame().GetDriveWatcher().AddSource(std::make_unique<CPipeSource>(&drives, &ready));
+    Frame().GetDriveWatcher().AddSource(std::make_unique<CPipeSource>(&signalled, &ready));
     ASSERT_GE(ready, 0);
     QCoreApplication::processEvents();
     EXPECT_TRUE(recorder.hints.empty()); // what was there at the start is not news
 
-    drives = {"/dev/sdb1"};
+    // The stick is taken out while a disc is mounted in the optical drive.
+    Mounts("/dev/sr0 " + (m_root / "media/DISC") + " udf ro 0 0\n");
+    signalled = {"/dev/sr0"};
     ASSERT_EQ(write(ready, "x", 1), 1);
-    ASSERT_TRUE(WaitFor([&] { return recorder.hints.size() == 2; }));
-    EXPECT_EQ(recorder.hints[0], std::make_pair(HINT_DISC_REMOVED, CString(u"/dev/sr0")));
-    EXPECT_EQ(recorder.hints[1], std::make_pair(HINT_DISC_ARRIVED, CString(u"/dev/sdb1")));
+    ASSERT_TRUE(WaitFor([&] { return recorder.hints.size() == 3; }));
+    EXPECT_EQ(recorder.hints[0], std::make_pair(HINT_DISC_REMOVED, Stick()));
+    EXPECT_EQ(recorder.hints[1], std::make_pair(HINT_DISC_REMOVED, CString(u"/dev/sr0")));
+    EXPECT_EQ(recorder.hints[2],
+              std::make_pair(HINT_DISC_ARRIVED, CString((m_root / "media/DISC").c_str())));
 
     // A wake-up with nothing changed tells nothing.
+    signalled = {};
     ASSERT_EQ(write(ready, "x", 1), 1);
     QTest::qWait(50);
-    EXPECT_EQ(recorder.hints.size(), 2u);
+    EXPECT_EQ(recorder.hints.size(), 3u);
     Doc().RemoveView(&recorder);
 }

@@ -114,6 +114,15 @@ TEST_F(FrameMessages, AFailedStartShowsTheEngineTextAndPutsTheListBack) {
                                       u"ERROR - SetVideoWindow function failed."}));
     EXPECT_NE(Frame().GetSplitterView()->GetListView(), nullptr);
     EXPECT_EQ(Engine().m_state, 0);
+    // A list handle with no window behind it has no area to give.
+    m_boxes.Clear();
+    const HWND list = App().m_hwndList;
+    App().m_hwndList = Frame().GetSafeHwnd();
+    HWND owner = nullptr, notify = nullptr;
+    RECT rect;
+    EXPECT_FALSE(Frame().SetVideoWindow(FALSE, TRUE, &owner, &notify, &rect));
+    App().m_hwndList = list;
+    EXPECT_EQ(m_boxes.Texts(), Texts({u"ListView Window area not available."}));
     // Stop with nothing playing changes nothing.
     Frame().StopPlayback(FALSE);
     EXPECT_EQ(Frame().windowTitle(), QStringLiteral("ORVEX:  movie.mkv"));

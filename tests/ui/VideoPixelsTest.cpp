@@ -7,12 +7,36 @@
 #include <QPointer>
 #include <QScreen>
 
+#include <QtGui/qguiapplication_platform.h>
+#include <xcb/xcb.h>
+#include <xcb/xtest.h>
+
 #include "tests/ui/FrameMedia.h"
 #include "ui/ListView.h"
 #include "ui/SplitterView.h"
 #include "ui/VideoView.h"
 
 namespace {
+
+// The window is on X11, and so is the pointer the test moves.
+const bool kOnX11 = [] {
+    setenv("QT_QPA_PLATFORM", "xcb", 1);
+    return true;
+}();
+
+// Moves the X server's own pointer to the middle of a widget and turns the
+// wheel away from the user there: the server decides which window gets it.
+void WheelUpOver(QWidget* widget) {
+    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    xcb_connection_t* c = x11->connection();
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(c)).data->root;
+    const QPoint at = widget->mapToGlobal(QPoint(widget->width() / 2, widget->height() / 2));
+    xcb_test_fake_input(c, XCB_MOTION_NOTIFY, 0, XCB_CURRENT_TIME, root,
+                        static_cast<int16_t>(at.x()), static_cast<int16_t>(at.y()), 0);
+    xcb_test_fake_input(c, XCB_BUTTON_PRESS, 4, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    xcb_test_fake_input(c, XCB_BUTTON_RELEASE, 4, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    xcb_flush(c);
+}
 
 // The colour bars of the test pattern, as the display shows them after the
 // encoder and the converters: each within a margin.
@@ -82,9 +106,11 @@ protected:
         const std::string path = m_data / "bars.mkv";
         EXPECT_TRUE(EncodeMedia("videotestsrc pattern=smpte75 num-buffers=250 ! "
                                 "video/x-raw,width=320,height=240,framerate=25/1 ! "
-                                "x264enc speed-preset=ultrafast ! h264parse ! matroskamux ! "
-                                "filesink location=" +
-                                path));
+                                "x264enc speed-preset=ultrafast ! h264parse ! matroskamux name=m "
+                                "! filesink location=" +
+                                path +
+                                " audiotestsrc num-buffers=430 samplesperbuffer=1024 ! "
+                                "audioconvert ! vorbisenc ! m."));
         return path;
     }
 };
@@ -111,6 +137,12 @@ TEST_F(VideoPixels, APlayingPatternShowsItsColoursInThePaneAndTheListComesBack) 
             << PlaceText(picture, video);
         EXPECT_EQ(BarsOnScreen(video), all);
     }
+
+    // The wheel over the picture reaches the pane, through the picture's
+    // window and the sink's: 4 percent louder.
+    WheelUpOver(video);
+    EXPECT_TRUE(WaitFor([&] { return Frame().m_player.m_volume == 54; }, 3000))
+        << Frame().m_player.m_volume;
 
     Frame().StopPlayback(FALSE);
     COrvexListView* list = Frame().GetSplitterView()->GetListView();
