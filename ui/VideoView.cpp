@@ -139,7 +139,13 @@ void COrvexVideoView::mouseReleaseEvent(QMouseEvent* event) {
         OnDvdMenuMouse(event->position().toPoint(), TRUE);
 }
 
-void COrvexVideoView::OnDvdMenuMouse(const QPoint&, BOOL) {}
+void COrvexVideoView::OnDvdMenuMouse(const QPoint& point, BOOL activate) {
+    CMediaPlayer* engine = Engine();
+    if (activate)
+        engine->ActivateMenuButton(point.x(), point.y());
+    else
+        engine->SelectMenuButton(point.x(), point.y());
+}
 
 void COrvexVideoView::wheelEvent(QWheelEvent* event) {
     COrvexApp* app = AfxGetOrvexApp();

@@ -6,6 +6,7 @@
 
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
+#include "platform/disc/AudioCdFolders.h"
 #include "platform/qt/QtGlue.h"
 #include "ui/CommandLine.h"
 #include "ui/FileChooser.h"
@@ -29,6 +30,7 @@ int main(int argc, char** argv) {
     InstallQtPlatformGlue();
     InstallFontChooser();
     InstallFileChooser();
+    InstallAudioCdFolders();
 
     COrvexApp app;
     app.SetFrameFactory([](COrvexDoc& document) { return std::make_unique<CMainFrame>(document); });

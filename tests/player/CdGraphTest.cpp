@@ -2,8 +2,8 @@
 // CD source, the splitter behind it and the audio decoder: each track has
 // its own length, plays to its end and can be sought; a path that names no
 // track of the disc, or a missing source module, fails with its text.
-#include "tests/player/PlayerTestSupport.h"
 #include "platform/base/CdTrackPath.h"
+#include "tests/player/PlayerTestSupport.h"
 #include "tests/support/TestDiscs.h"
 
 namespace {
@@ -21,8 +21,7 @@ TEST_F(CdGraphTest, EachTrackPlaysWithItsOwnLengthToItsEnd) {
     for (int track = 1; track <= 2; ++track) {
         m_frame.m_stops = 0;
         m_frame.m_calls.clear();
-        ASSERT_TRUE(m_player->PlayCdLav(Track(CdTrackFileName(track)), &m_frame, 80))
-            << FirstBox();
+        ASSERT_TRUE(m_player->PlayCdLav(Track(CdTrackFileName(track)), &m_frame, 80)) << FirstBox();
         EXPECT_EQ(m_frame.m_calls, std::vector<std::string>{"SetVideoWindow(0,1)"});
         EXPECT_TRUE(m_player->m_bCd);
         EXPECT_EQ(m_player->m_state, 2);
