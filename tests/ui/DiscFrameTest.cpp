@@ -151,9 +151,8 @@ TEST_F(DiscFrameTest, PlayDvdShowsTheMenuWhereTheMouseChoosesATitle) {
     QTest::mouseMove(Video(), OnButton(2));
     EXPECT_TRUE(WaitFor([&] { return Engine().m_dvdButton == 2; }, 3000));
     QTest::mouseClick(Video(), Qt::LeftButton, Qt::NoModifier, OnButton(2));
-    EXPECT_TRUE(WaitFor([&] {
-        return Engine().m_dvdDomain == DVD_DOMAIN_Title && Engine().m_dvdTitle == 2;
-    }));
+    EXPECT_TRUE(WaitFor(
+        [&] { return Engine().m_dvdDomain == DVD_DOMAIN_Title && Engine().m_dvdTitle == 2; }));
     // The bar shows the title's time.
     EXPECT_TRUE(WaitFor([&] { return Engine().m_dvdTitleSeconds == 2; }));
     Frame().StopPlayback(FALSE);
