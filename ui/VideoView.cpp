@@ -45,6 +45,10 @@ public:
         setAttribute(Qt::WA_NoSystemBackground);
         setAttribute(Qt::WA_OpaquePaintEvent);
         setAttribute(Qt::WA_TransparentForMouseEvents);
+        // Its native window still gets the X server's pointer moves; with
+        // tracking on, Qt hands them on to the view, where a DVD menu's
+        // buttons follow the mouse.
+        setMouseTracking(true);
         setFocusPolicy(Qt::NoFocus);
         setObjectName(QStringLiteral("PictureWindow"));
     }

@@ -251,9 +251,23 @@ HRESULT CLavVideo::SetDVDVideoSupport(BOOL enabled) {
     // The sub-pictures are drawn onto the decoded picture; without the
     // element that draws them the filter keeps its one input.
     m_overlay = gst_element_factory_make("dvdspu", nullptr);
-    if (!m_overlay)
+    m_plainPicture = gst_element_factory_make("capsfilter", nullptr);
+    if (!m_overlay || !m_plainPicture) {
+        for (GstElement* e : {m_overlay, m_plainPicture}) {
+            if (e)
+                gst_object_unref(gst_object_ref_sink(e));
+        }
+        m_overlay = m_plainPicture = nullptr;
         return S_OK;
-    gst_bin_add(GST_BIN(m_bin), m_overlay);
+    }
+    // The sub-pictures are drawn into the picture itself: a renderer that
+    // would draw them as an overlay of its own is not offered the chance,
+    // since not every one draws the menu's highlights right.
+    GstCaps* plain = gst_caps_new_empty_simple("video/x-raw");
+    g_object_set(m_plainPicture, "caps", plain, nullptr);
+    gst_caps_unref(plain);
+    gst_bin_add_many(GST_BIN(m_bin), m_overlay, m_plainPicture, nullptr);
+    gst_element_link(m_overlay, m_plainPicture);
     GstPad* subpicture = gst_element_get_static_pad(m_overlay, "subpicture");
     GstPad* ghost = gst_ghost_pad_new("Subtitle Input", subpicture);
     gst_object_unref(subpicture);
@@ -292,7 +306,7 @@ GstPad* CLavVideo::LinkTail(GstElement* last) {
         gst_object_unref(src);
     if (video)
         gst_object_unref(video);
-    return linked ? gst_element_get_static_pad(m_overlay, "src") : nullptr;
+    return linked ? gst_element_get_static_pad(m_plainPicture, "src") : nullptr;
 }
 
 GstCaps* CLavVideo::OutputFor(const GstCaps* input) {

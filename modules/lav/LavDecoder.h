@@ -81,7 +81,8 @@ protected:
 private:
     BOOL m_runtimeConfig = FALSE;
     std::atomic<BOOL> m_dvdVideo{FALSE};
-    GstElement* m_overlay = nullptr; // owned by the bin
+    GstElement* m_overlay = nullptr;      // owned by the bin
+    GstElement* m_plainPicture = nullptr; // owned by the bin
     CGstPin* m_subtitle = nullptr;
 };
 

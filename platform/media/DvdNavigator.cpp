@@ -18,14 +18,21 @@ CDvdNavigator::CDvdNavigator() : CGstFilter("dvdnavigator") {
     static const char16_t* const kNames[CDvdReader::kOutputs] = {u"Video", u"AC3", u"SubPicture"};
     gst_bin_add(GST_BIN(m_bin), m_reader.Element());
     for (int i = 0; i < CDvdReader::kOutputs; ++i) {
-        // Sub-pictures are sparse and tiny: their queue never holds the
-        // reader back.
-        GstElement* queue = MakeQueue(i == CDvdReader::kSubPicture ? 0 : kReadAhead);
-        gst_bin_add(GST_BIN(m_bin), queue);
-        GstPad* sink = gst_element_get_static_pad(queue, "sink");
-        gst_pad_link(m_reader.Pad(static_cast<CDvdReader::Output>(i)), sink);
-        gst_object_unref(sink);
-        GstPad* src = gst_element_get_static_pad(queue, "src");
+        const auto output = static_cast<CDvdReader::Output>(i);
+        GstPad* src = nullptr;
+        if (output == CDvdReader::kSubPicture) {
+            // Sub-pictures are sparse and tiny, and go straight on: a menu's
+            // highlight, which overtakes everything queued, must never
+            // arrive before the stream it belongs to has been set up.
+            src = GST_PAD(gst_object_ref(m_reader.Pad(output)));
+        } else {
+            GstElement* queue = MakeQueue(kReadAhead);
+            gst_bin_add(GST_BIN(m_bin), queue);
+            GstPad* sink = gst_element_get_static_pad(queue, "sink");
+            gst_pad_link(m_reader.Pad(output), sink);
+            gst_object_unref(sink);
+            src = gst_element_get_static_pad(queue, "src");
+        }
         if (i == CDvdReader::kVideo)
             gst_pad_add_probe(src, GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM, OnVideoLeaving, this,
                               nullptr);
