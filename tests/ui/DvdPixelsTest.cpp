@@ -84,9 +84,8 @@ TEST_F(DvdPixels, TheMenuShowsItsButtonsAndTheOneUnderThePointerPlaysItsTitle) {
     }));
     PointerTo(Video(), OnButton(2), false);
     EXPECT_TRUE(WaitFor([&] { return Frame().m_player.m_dvdButton == 2; }, 3000));
-    EXPECT_TRUE(WaitFor([&] {
-        return Shows(OnButton(2), kHighlightYellow) && Shows(OnButton(1), kButtonWhite);
-    }));
+    EXPECT_TRUE(WaitFor(
+        [&] { return Shows(OnButton(2), kHighlightYellow) && Shows(OnButton(1), kButtonWhite); }));
     PointerTo(Video(), OnButton(2), true);
     EXPECT_TRUE(WaitFor([&] { return Shows(OnPicture(360, 240), kTitleGreen); }));
     EXPECT_TRUE(WaitFor([&] { return Frame().m_player.m_dvdTitle == 2; }));
