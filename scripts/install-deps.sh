@@ -12,12 +12,16 @@ PACKAGES=(
   libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev
   libcdio-dev libcdio-paranoia-dev libdvdnav-dev libdvdread-dev
   iso-codes
+  # the icon, rendered from its drawing at build time
+  librsvg2-bin
   # media pipeline plugins used at run time and by the tests
   gstreamer1.0-tools gstreamer1.0-libav gstreamer1.0-plugins-base
   gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-plugins-ugly
   gstreamer1.0-x gstreamer1.0-gl gstreamer1.0-alsa gstreamer1.0-pulseaudio
   # tests and benchmarks
   googletest libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth
+  # checks of the installed program's desktop entry and description
+  desktop-file-utils appstream
 )
 
 missing=()
