@@ -34,8 +34,8 @@ CString ChooseStartDirectory(const CString& workingDirectory, const CString& exe
         return workingDirectory;
     const std::filesystem::path exe(executablePath.ToUtf8());
     std::error_code error;
-    const std::filesystem::path installed = std::filesystem::weakly_canonical(
-        exe.parent_path() / ORVEX_INSTALL_START_RELATIVE, error);
+    const std::filesystem::path installed =
+        std::filesystem::weakly_canonical(exe.parent_path() / ORVEX_INSTALL_START_RELATIVE, error);
     if (error)
         return workingDirectory;
     const CString folder(installed.string());

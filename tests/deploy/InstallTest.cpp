@@ -43,10 +43,10 @@ std::string Quote(const std::string& text) {
 // The country count that orvexctl radio-build reports: the name file of the
 // countries is read from the start directory.
 int CountriesSeenFrom(const std::string& workingDirectory, const std::string& orvexctl) {
-    const std::string fixture = std::string(getenv("ORVEX_SOURCE_DIR")) +
-                                "/fixtures/radio-stations-sample-500.xml";
+    const std::string fixture =
+        std::string(getenv("ORVEX_SOURCE_DIR")) + "/fixtures/radio-stations-sample-500.xml";
     const ShellRun run = Shell("cd " + Quote(workingDirectory) + " && " + Quote(orvexctl) +
-                          " radio-build " + Quote(fixture) + " out.dat");
+                               " radio-build " + Quote(fixture) + " out.dat");
     std::smatch match;
     if (!std::regex_search(run.out, match, std::regex(R"(stations, (\d+) countries)"))) {
         ADD_FAILURE() << run.out;
@@ -59,8 +59,9 @@ int CountriesSeenFrom(const std::string& workingDirectory, const std::string& or
 
 TEST(Install, TheInstalledProgramRunsAndFindsItsFilesBesideItself) {
     TempDir prefix;
-    const ShellRun install = Shell(Quote(ORVEX_TEST_CMAKE) + " --install " +
-                              Quote(ORVEX_TEST_BUILD_DIR) + " --prefix " + Quote(prefix.Path()));
+    const ShellRun install =
+        Shell(Quote(ORVEX_TEST_CMAKE) + " --install " + Quote(ORVEX_TEST_BUILD_DIR) + " --prefix " +
+              Quote(prefix.Path()));
     ASSERT_EQ(install.exitCode, 0) << install.out;
 
     const fs::path start = prefix.Path() / ORVEX_TEST_INSTALL_START_DIR;
@@ -69,7 +70,8 @@ TEST(Install, TheInstalledProgramRunsAndFindsItsFilesBesideItself) {
           "RadioBrowse_CC.txt", "RadioBrowse_LC.txt", "OrvexHelp/index.html"})
         EXPECT_TRUE(fs::is_regular_file(start / file)) << file;
     // The defaults an installation seeds its users' folders with are empty.
-    for (const char* file : {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
+    for (const char* file :
+         {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
         EXPECT_EQ(fs::file_size(start / file), 0u) << file;
     // HTTPS follows the system's certificate bundle.
     for (const char* file : {"Curl_Local/bin/cacert.pem", "Curl_Local/bin/curl-ca-bundle.crt"}) {
@@ -77,17 +79,18 @@ TEST(Install, TheInstalledProgramRunsAndFindsItsFilesBesideItself) {
         EXPECT_GT(fs::file_size(start / file), 1000u) << file;
     }
     const fs::path share = prefix.Path() / "share";
-    for (const char* size : {"16x16", "22x22", "24x24", "32x32", "48x48", "64x64", "128x128",
-                             "256x256"}) {
-        EXPECT_TRUE(fs::is_regular_file(share / "icons/hicolor" / size /
-                                        "apps/io.sourceforge.orvex.png"))
+    for (const char* size :
+         {"16x16", "22x22", "24x24", "32x32", "48x48", "64x64", "128x128", "256x256"}) {
+        EXPECT_TRUE(
+            fs::is_regular_file(share / "icons/hicolor" / size / "apps/io.sourceforge.orvex.png"))
             << size;
     }
-    EXPECT_TRUE(fs::is_regular_file(share / "icons/hicolor/scalable/apps/io.sourceforge.orvex.svg"));
+    EXPECT_TRUE(
+        fs::is_regular_file(share / "icons/hicolor/scalable/apps/io.sourceforge.orvex.svg"));
 
     // --version answers without a display.
     const ShellRun version = Shell("cd / && env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM " +
-                              Quote((prefix.Path() / "bin/orvex").string()) + " --version");
+                                   Quote((prefix.Path() / "bin/orvex").string()) + " --version");
     EXPECT_EQ(version.exitCode, 0);
     EXPECT_EQ(version.out, "Orvex 0.9.0.0\n");
 
@@ -98,15 +101,16 @@ TEST(Install, TheInstalledProgramRunsAndFindsItsFilesBesideItself) {
     TempDir elsewhere;
     const std::string installedCtl = (prefix.Path() / "bin/orvexctl").string();
     EXPECT_GT(CountriesSeenFrom(elsewhere.Path(), installedCtl), 200);
-    EXPECT_EQ(CountriesSeenFrom(elsewhere.Path(), std::string(getenv("ORVEX_STAGE_DIR")) +
-                                                      "/orvexctl"),
-              0);
+    EXPECT_EQ(
+        CountriesSeenFrom(elsewhere.Path(), std::string(getenv("ORVEX_STAGE_DIR")) + "/orvexctl"),
+        0);
     fs::create_directory(elsewhere.Path() / "LAV");
     EXPECT_EQ(CountriesSeenFrom(elsewhere.Path(), installedCtl), 0);
 
     // The desktop's checkers accept the menu entry and the description.
-    const ShellRun desktop = Shell("desktop-file-validate " +
-                              Quote((share / "applications/io.sourceforge.orvex.desktop").string()));
+    const ShellRun desktop =
+        Shell("desktop-file-validate " +
+              Quote((share / "applications/io.sourceforge.orvex.desktop").string()));
     EXPECT_EQ(desktop.exitCode, 0) << desktop.out;
     EXPECT_EQ(desktop.out, "");
     const ShellRun metainfo =

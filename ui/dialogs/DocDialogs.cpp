@@ -11,6 +11,7 @@
 #include "ui/dialogs/ImportPlaylistDlg.h"
 #include "ui/dialogs/LavSetupDlg.h"
 #include "ui/dialogs/NewTopicDlg.h"
+#include "ui/dialogs/RadioBrowseUpdateDlg.h"
 #include "ui/dialogs/TransferProgressDlg.h"
 
 namespace {
@@ -70,3 +71,10 @@ TransferOutcome CDocDialogs::Download(const CString& url, const CString& target,
     CTransferProgressDlg dialog(m_parent);
     return dialog.Run(url, target, maxBytes, error);
 }
+
+void CDocDialogs::RunRadioUpdateDialog(const CString& server) {
+    CRadioBrowseUpdateDlg dialog(m_parent, &m_doc, server);
+    dialog.DoModal();
+}
+
+void CDocDialogs::RunRadioSearchDialog() {}
