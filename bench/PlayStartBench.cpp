@@ -1,7 +1,10 @@
 // Time from PlayFileLav to a running graph, beside the pipeline library's
 // own playbin on the same file with the same sinks. Goal: within 1.2x.
+// Also when each knows the length of a plain constant-rate MP3 (no header
+// states it): the engine must know it when it reports Running. URLs given
+// after the rounds (an RTSP server's, say) are measured the same way.
 // Run from the staged start directory (it loads LAV/ from there):
-//   cd build/stage && ../bench/bench_play_start [rounds]
+//   cd build/stage && ../bench/bench_play_start [rounds] [URL...]
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -53,30 +56,58 @@ bool Encode(const std::string& description) {
     return ok;
 }
 
-double EngineStart(CMediaPlayer& player, CBenchFrame& frame, const std::string& path) {
+std::string UriOf(const std::string& path) {
+    if (path.find("://") != std::string::npos)
+        return path;
+    gchar* uri = gst_filename_to_uri(path.c_str(), nullptr);
+    std::string out = uri ? uri : "";
+    g_free(uri);
+    return out;
+}
+
+// Milliseconds to Running, or -1; the length the engine then knows.
+double EngineStart(CMediaPlayer& player, CBenchFrame& frame, const std::string& path,
+                   double* lengthSeconds = nullptr) {
     auto t0 = Clock::now();
     BOOL ok = player.PlayFileLav(CString(path), &frame);
     double ms = std::chrono::duration<double, std::milli>(Clock::now() - t0).count();
+    if (lengthSeconds)
+        *lengthSeconds = player.m_duration / 1e7;
     player.CleanPlayback();
     PumpMessages();
     return ok ? ms : -1;
 }
 
-double PlaybinStart(const std::string& path) {
+// Milliseconds to PLAYING, or -1; with lengthAfterMs, how long after that
+// the length became known (-1: not within 20 s).
+double PlaybinStart(const std::string& path, double* lengthAfterMs = nullptr) {
     auto t0 = Clock::now();
     GstElement* playbin = gst_element_factory_make("playbin", nullptr);
-    gchar* uri = gst_filename_to_uri(path.c_str(), nullptr);
     GstElement* audio = gst_parse_bin_from_description(kSink, TRUE, nullptr);
     GstElement* video = gst_parse_bin_from_description(kSink, TRUE, nullptr);
-    g_object_set(playbin, "uri", uri, "audio-sink", audio, "video-sink", video, nullptr);
-    g_free(uri);
+    g_object_set(playbin, "uri", UriOf(path).c_str(), "audio-sink", audio, "video-sink", video,
+                 nullptr);
     gst_element_set_state(playbin, GST_STATE_PLAYING);
     GstState state = GST_STATE_NULL;
     GstStateChangeReturn ret = gst_element_get_state(playbin, &state, nullptr, 10 * GST_SECOND);
-    double ms = std::chrono::duration<double, std::milli>(Clock::now() - t0).count();
+    auto running = Clock::now();
+    double ms = std::chrono::duration<double, std::milli>(running - t0).count();
+    bool played = ret == GST_STATE_CHANGE_SUCCESS && state == GST_STATE_PLAYING;
+    if (lengthAfterMs) {
+        *lengthAfterMs = -1;
+        gint64 duration = -1;
+        while (played && Clock::now() - running < std::chrono::seconds(20)) {
+            if (gst_element_query_duration(playbin, GST_FORMAT_TIME, &duration) && duration > 0) {
+                *lengthAfterMs =
+                    std::chrono::duration<double, std::milli>(Clock::now() - running).count();
+                break;
+            }
+            g_usleep(5000);
+        }
+    }
     gst_element_set_state(playbin, GST_STATE_NULL);
     gst_object_unref(playbin);
-    return ret == GST_STATE_CHANGE_SUCCESS && state == GST_STATE_PLAYING ? ms : -1;
+    return played ? ms : -1;
 }
 
 struct Figures {
@@ -123,27 +154,44 @@ int main(int argc, char** argv) {
          "oggmux ! filesink location=" +
              dir + "/audio.ogg"},
     };
+    const std::string mp3 = dir + "/cbr.mp3";
+    if (!Encode("audiotestsrc num-buffers=450 samplesperbuffer=4410 ! "
+                "audio/x-raw,rate=22050,channels=1 ! audioconvert ! "
+                "lamemp3enc target=bitrate bitrate=32 cbr=true ! filesink location=" +
+                mp3)) {
+        fprintf(stderr, "could not encode the MP3\n");
+        return 1;
+    }
+    cases.push_back({"plain CBR mp3 90 s", mp3, ""});
+    for (int i = 2; i < argc; ++i)
+        cases.push_back({argv[i], argv[i], ""});
+
     CMediaPlayer player;
     CBenchFrame frame;
     int failures = 0;
     for (Case& c : cases) {
-        if (!Encode(c.encode)) {
+        if (!c.encode.empty() && !Encode(c.encode)) {
             fprintf(stderr, "could not encode %s\n", c.name);
             return 1;
         }
         // Warm both roads up: plugin loading is not what is measured.
         EngineStart(player, frame, c.path);
         PlaybinStart(c.path);
-        std::vector<double> engine, playbin;
+        std::vector<double> engine, playbin, engineLength, playbinLength;
         for (int i = 0; i < rounds; ++i) {
-            double e = EngineStart(player, frame, c.path);
-            double p = PlaybinStart(c.path);
+            double length = 0, lengthAfter = -1;
+            double e = EngineStart(player, frame, c.path, &length);
+            // A stream's length is not waited for: a live one has none.
+            bool url = c.path.find("://") != std::string::npos;
+            double p = PlaybinStart(c.path, url ? nullptr : &lengthAfter);
             if (e < 0 || p < 0) {
                 ++failures;
                 continue;
             }
             engine.push_back(e);
             playbin.push_back(p);
+            engineLength.push_back(length);
+            playbinLength.push_back(lengthAfter);
         }
         if (engine.empty())
             continue;
@@ -154,6 +202,10 @@ int main(int argc, char** argv) {
         printf("  playbin to PLAYING:     median %.1f ms, mean %.1f ms, min %.1f ms\n", fp.median,
                fp.mean, fp.min);
         printf("  ratio (median): %.2fx (goal 1.20x)\n", fe.median / fp.median);
+        Figures le = Summarise(engineLength), lp = Summarise(playbinLength);
+        printf("  length at Running: median %.1f s (min %.1f s); playbin knows it %.0f ms after "
+               "PLAYING (median; -1: not within 20 s)\n",
+               le.median, le.min, lp.median);
     }
     std::filesystem::remove_all(dir);
     return failures ? 1 : 0;

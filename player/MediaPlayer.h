@@ -79,4 +79,6 @@ public:
 private:
     BOOL BuildVideoChain(const RECT& rect);
     BOOL BuildAudioChain(IPlayerFrame* pFrame);
+    // The words of the error that ended the graph's streams.
+    CString GraphErrorText();
 };

@@ -247,9 +247,31 @@ BOOL CMediaPlayer::OnGraphEvent(IPlayerFrame* pFrame) {
     while (m_pEvent && SUCCEEDED(m_pEvent->GetEvent(&code, &p1, &p2, 0))) {
         m_pEvent->FreeEventParams(code, p1, p2);
         if (code == EC_COMPLETE || code == EC_USERABORT) {
+            // An end forced by an error is told once playback has ended,
+            // as every failure of the engine is.
+            CString error = code == EC_COMPLETE && FAILED(static_cast<HRESULT>(p1))
+                                ? GraphErrorText()
+                                : CString();
             pFrame->StopPlayback(TRUE);
+            if (!error.IsEmpty()) {
+                CString text;
+                text.Format(u"Playback Error - %s", error);
+                MessageBoxW(m_hNotifyWnd, text, u"Orvex", MB_OK);
+            }
             break;
         }
     }
     return TRUE;
+}
+
+CString CMediaPlayer::GraphErrorText() {
+    CString text;
+    IGraphErrorText* errors = nullptr;
+    if (m_pEvent && SUCCEEDED(m_pEvent->QueryInterface(IID_IGraphErrorText,
+                                                       reinterpret_cast<void**>(&errors)))) {
+        if (FAILED(errors->GetErrorText(&text)))
+            text.Empty();
+        errors->Release();
+    }
+    return text.IsEmpty() ? CString(u"Internal data stream error.") : text;
 }

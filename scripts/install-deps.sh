@@ -18,8 +18,8 @@ PACKAGES=(
   gstreamer1.0-tools gstreamer1.0-libav gstreamer1.0-plugins-base
   gstreamer1.0-plugins-good gstreamer1.0-plugins-bad gstreamer1.0-plugins-ugly
   gstreamer1.0-x gstreamer1.0-gl gstreamer1.0-alsa gstreamer1.0-pulseaudio
-  # tests and benchmarks
-  googletest libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth
+  # tests and benchmarks (the pipeline library's RTSP server serves the stream tests)
+  googletest libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth libgstrtspserver-1.0-dev
   # checks of the installed program's desktop entry and description
   desktop-file-utils appstream
 )

@@ -24,3 +24,5 @@ const std::vector<CtlCommand>& CtlCommands();
 
 // Prints "usage: orvexctl NAME USAGE" to standard error and gives 2.
 int CtlUsageError(const char* name);
+// Prints the usage and summary of NAME to standard output and gives 0.
+int CtlHelp(const char* name);

@@ -43,6 +43,14 @@ int CtlUsageError(const char* name) {
     return 2;
 }
 
+int CtlHelp(const char* name) {
+    for (const CtlCommand& c : Registry()) {
+        if (strcmp(c.name, name) == 0)
+            printf("usage: orvexctl %s %s\n       %s\n", c.name, c.usage, c.summary);
+    }
+    return 0;
+}
+
 int main(int argc, char** argv) {
     if (argc < 2 || strcmp(argv[1], "--help") == 0 || strcmp(argv[1], "-h") == 0) {
         PrintHelp(argc < 2 ? stderr : stdout);

@@ -1,11 +1,39 @@
 #include "modules/lav/LavSplitterSource.h"
 
+#include <sys/stat.h>
+
+#include <cstring>
+
 namespace {
 
 // How long opening may take before the source gives up: network sources
 // can be slow to answer, but a source never waits forever.
 constexpr GstClockTime kLoadTimeout = 30 * GST_SECOND;
 constexpr const char* kReadyMessage = "orvex-splitter-ready";
+// What a live network source (RTSP) holds back against the jitter of the
+// network. Its own default of 2 s would keep a running graph from its first
+// picture for longer than the engine waits for it; a fifth of a second
+// absorbs the jitter of ordinary networks.
+constexpr guint kLiveLatencyMs = 200;
+
+// A name opens as a URL only when it has the form scheme://..., and no file
+// of that name exists: "Live:2019.mp3" is a file in the current folder.
+bool IsUrl(const gchar* name) {
+    const gchar* colon = strchr(name, ':');
+    if (!colon || colon == name || strncmp(colon, "://", 3) != 0)
+        return false;
+    for (const gchar* c = name; c < colon; ++c) {
+        if (!g_ascii_isalnum(*c) && *c != '+' && *c != '-' && *c != '.')
+            return false;
+    }
+    struct stat st;
+    return g_ascii_isalpha(name[0]) && stat(name, &st) != 0;
+}
+
+void OnSourceSetup(GstElement*, GstElement* source, gpointer) {
+    if (g_object_class_find_property(G_OBJECT_GET_CLASS(source), "latency"))
+        g_object_set(source, "latency", kLiveLatencyMs, nullptr);
+}
 
 } // namespace
 
@@ -53,7 +81,7 @@ HRESULT CLavSplitterSource::Load(LPCOLESTR fileName, const AM_MEDIA_TYPE*) {
         g_free(path);
         return E_INVALIDARG;
     }
-    gchar* uri = gst_uri_is_valid(path) ? g_strdup(path) : gst_filename_to_uri(path, nullptr);
+    gchar* uri = IsUrl(path) ? g_strdup(path) : gst_filename_to_uri(path, nullptr);
     g_free(path);
     if (!uri)
         return E_INVALIDARG;
@@ -63,7 +91,10 @@ HRESULT CLavSplitterSource::Load(LPCOLESTR fileName, const AM_MEDIA_TYPE*) {
         g_free(uri);
         return E_FAIL;
     }
-    g_object_set(m_decode, "uri", uri, nullptr);
+    // A network stream that runs dry pauses the graph until it has refilled
+    // (the graph acts on the buffering messages). A file never runs dry.
+    g_object_set(m_decode, "uri", uri, "use-buffering", !g_str_has_prefix(uri, "file:"), nullptr);
+    g_signal_connect(m_decode, "source-setup", G_CALLBACK(OnSourceSetup), nullptr);
     g_free(uri);
     gst_bin_add(GST_BIN(m_bin), m_decode);
 
@@ -71,7 +102,21 @@ HRESULT CLavSplitterSource::Load(LPCOLESTR fileName, const AM_MEDIA_TYPE*) {
     m_loadBus = gst_bus_new();
     gst_element_set_bus(m_bin, m_loadBus);
     HRESULT hr = VFW_E_TIMEOUT;
-    if (gst_element_set_state(m_bin, GST_STATE_PAUSED) == GST_STATE_CHANGE_FAILURE)
+    GstStateChangeReturn ret = gst_element_set_state(m_bin, GST_STATE_PAUSED);
+    // A live source makes its streams only while it plays. It goes on
+    // playing: its streams are held at the pins until the graph runs, and a
+    // graph can only get to running once data reaches its renderers.
+    bool live = ret == GST_STATE_CHANGE_NO_PREROLL;
+    if (live) {
+        // Its jitter buffer times the packets by a clock; the graph gives
+        // its own one when it runs.
+        GstClock* clock = gst_system_clock_obtain();
+        gst_element_set_clock(m_bin, clock);
+        gst_element_set_base_time(m_bin, gst_clock_get_time(clock));
+        gst_object_unref(clock);
+        ret = gst_element_set_state(m_bin, GST_STATE_PLAYING);
+    }
+    if (ret == GST_STATE_CHANGE_FAILURE)
         hr = VFW_E_NOT_FOUND;
     gint64 deadline = g_get_monotonic_time() + static_cast<gint64>(kLoadTimeout / GST_USECOND);
     while (hr == VFW_E_TIMEOUT) {
@@ -88,6 +133,16 @@ HRESULT CLavSplitterSource::Load(LPCOLESTR fileName, const AM_MEDIA_TYPE*) {
         else if (gst_message_has_name(message, kReadyMessage))
             hr = S_OK;
         gst_message_unref(message);
+    }
+    // A live source may still be finishing its start (an RTSP PLAY answered
+    // late); the graph that takes the bin must not wait for an end that has
+    // already gone to this bus.
+    if (live && SUCCEEDED(hr)) {
+        gint64 left = deadline - g_get_monotonic_time();
+        if (left <= 0 || gst_element_get_state(m_bin, nullptr, nullptr,
+                                               static_cast<GstClockTime>(left) * GST_USECOND) ==
+                             GST_STATE_CHANGE_ASYNC)
+            hr = VFW_E_TIMEOUT;
     }
     gst_bus_set_flushing(m_loadBus, TRUE);
     if (FAILED(hr)) {

@@ -22,6 +22,30 @@ GstPadProbeReturn DropData(GstPad*, GstPadProbeInfo*, gpointer) {
     return GST_PAD_PROBE_DROP;
 }
 
+// A stream whose container states no length (a plain constant-rate MP3)
+// still has one: the size of the file over the rate the parser has seen.
+// It is known as soon as the stream is, so the length is there when the
+// graph first runs.
+gboolean AnswerQuery(GstPad* pad, GstObject*, GstQuery* query) {
+    GstPad* target = gst_ghost_pad_get_target(GST_GHOST_PAD(pad));
+    if (!target)
+        return FALSE;
+    gboolean answered = gst_pad_query(target, query);
+    GstFormat format = GST_FORMAT_UNDEFINED;
+    if (!answered && GST_QUERY_TYPE(query) == GST_QUERY_DURATION)
+        gst_query_parse_duration(query, &format, nullptr);
+    gint64 bytes = -1, duration = -1;
+    if (format == GST_FORMAT_TIME && gst_pad_query_duration(target, GST_FORMAT_BYTES, &bytes) &&
+        bytes > 0 &&
+        gst_pad_query_convert(target, GST_FORMAT_BYTES, bytes, GST_FORMAT_TIME, &duration) &&
+        duration > 0) {
+        gst_query_set_duration(query, GST_FORMAT_TIME, duration);
+        answered = TRUE;
+    }
+    gst_object_unref(target);
+    return answered;
+}
+
 std::u16string PinName(const char* base, int index) {
     std::string name = base;
     if (index > 0)
@@ -99,6 +123,7 @@ void CLavSplitterStreams::OnPadAdded(GstElement*, GstPad* pad, gpointer data) {
             gst_pad_add_probe(pad, GST_PAD_PROBE_TYPE_BLOCK_DOWNSTREAM, HoldData, nullptr, nullptr);
     std::string narrow(name.begin(), name.end());
     GstPad* ghost = gst_ghost_pad_new(narrow.c_str(), pad);
+    gst_pad_set_query_function(ghost, AnswerQuery);
     CGstPin* pin = self->AddPin(name, PINDIR_OUTPUT, ghost, major);
     self->m_streams.push_back({GST_PAD(gst_object_ref(pad)), probe, pin});
 }

@@ -7,12 +7,18 @@
 #include <mutex>
 #include <sys/stat.h>
 
+#include "platform/base/ComponentServices.h"
 #include "platform/media/FilterGraph.h"
 #include "platform/media/ModuleLoader.h"
+#include "platform/media/PipelineService.h"
 
 namespace {
 
 thread_local DWORD t_lastError = 0;
+
+// A program that makes graphs has this file linked in, and with it the
+// pipeline among the services its start-up brings up.
+const bool g_pipelineService = (RegisterComponentService(StartPipelineService), true);
 
 } // namespace
 

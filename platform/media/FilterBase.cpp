@@ -85,11 +85,21 @@ void ReleasePin(CGstPin* pin) {
     pin->Release();
 }
 
+bool StartLibrary() {
+    return gst_init_check(nullptr, nullptr, nullptr);
+}
+
+bool (*g_startLibrary)() = StartLibrary;
+
 } // namespace
+
+void SetPipelineLibraryStart(bool (*start)()) {
+    g_startLibrary = start ? start : StartLibrary;
+}
 
 bool EnsureGstInit() {
     static bool ok = [] {
-        if (!gst_is_initialized() && !gst_init_check(nullptr, nullptr, nullptr))
+        if (!gst_is_initialized() && !g_startLibrary())
             return false;
         // Without a display this sink takes the whole process down when
         // probed; it is never a choice here.

@@ -1,5 +1,6 @@
 #include "platform/media/FilterGraph.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "platform/media/GraphSettings.h"
@@ -28,7 +29,19 @@ CFilterGraph::CFilterGraph() {
 }
 
 CFilterGraph::~CFilterGraph() {
-    gst_element_set_state(m_pipeline, GST_STATE_NULL);
+    {
+        std::lock_guard<std::mutex> lock(m_eventLock);
+        m_closing = true;
+    }
+    {
+        std::lock_guard<std::mutex> state(m_stateLock);
+        gst_element_set_state(m_pipeline, GST_STATE_NULL);
+    }
+    {
+        // Work already handed to the pool finds the graph closing and ends.
+        std::unique_lock<std::mutex> lock(m_eventLock);
+        m_eventReady.wait(lock, [this] { return m_asyncCalls == 0; });
+    }
     GstBus* bus = gst_pipeline_get_bus(GST_PIPELINE(m_pipeline));
     gst_bus_set_sync_handler(bus, nullptr, nullptr, nullptr);
     gst_object_unref(bus);
@@ -65,6 +78,8 @@ HRESULT CFilterGraph::QueryInterface(REFIID riid, void** ppv) {
         *ppv = static_cast<IBasicVideo*>(this);
     else if (riid == IID_IVideoWindow)
         *ppv = static_cast<IVideoWindow*>(this);
+    else if (riid == IID_IGraphErrorText)
+        *ppv = static_cast<IGraphErrorText*>(this);
     else {
         *ppv = nullptr;
         return E_NOINTERFACE;
@@ -115,6 +130,11 @@ HRESULT CFilterGraph::AddFilter(IBaseFilter* filter, LPCWSTR name) {
     gst_element_get_state(bin, &binState, nullptr, 0);
     if (binState == GST_STATE_NULL)
         gst_element_sync_state_with_parent(bin);
+    // Only a live source comes already playing: it cannot wait for anyone.
+    if (binState == GST_STATE_PLAYING) {
+        std::lock_guard<std::mutex> lock(m_eventLock);
+        m_live = true;
+    }
     filter->AddRef();
     m_filters.push_back({filter, gst, name ? std::u16string(name) : std::u16string()});
     return S_OK;
@@ -241,17 +261,35 @@ void CFilterGraph::PrepareFilters() {
         e.gst->PrepareRun();
 }
 
-HRESULT CFilterGraph::SetTargetState(GstState state, OAFilterState filterState) {
+GstState CFilterGraph::PipelineTargetLocked() const {
+    switch (m_target) {
+    case State_Running:
+        return m_buffering ? GST_STATE_PAUSED : GST_STATE_PLAYING;
+    case State_Paused:
+        return GST_STATE_PAUSED;
+    default:
+        return GST_STATE_NULL;
+    }
+}
+
+HRESULT CFilterGraph::SetTargetState(OAFilterState filterState) {
+    std::lock_guard<std::mutex> state(m_stateLock);
+    GstState target;
     {
         std::lock_guard<std::mutex> lock(m_eventLock);
-        if (m_target == State_Stopped)
+        if (m_target == State_Stopped) {
             m_complete = false;
+            m_errorText.clear();
+        }
+        if (filterState == State_Stopped)
+            m_buffering = false;
         m_target = filterState;
+        target = PipelineTargetLocked();
     }
     m_eventReady.notify_all();
-    if (state != GST_STATE_NULL)
+    if (target != GST_STATE_NULL)
         PrepareFilters();
-    switch (gst_element_set_state(m_pipeline, state)) {
+    switch (gst_element_set_state(m_pipeline, target)) {
     case GST_STATE_CHANGE_FAILURE:
         return E_FAIL;
     case GST_STATE_CHANGE_ASYNC:
@@ -262,33 +300,49 @@ HRESULT CFilterGraph::SetTargetState(GstState state, OAFilterState filterState) 
 }
 
 HRESULT CFilterGraph::Run() {
-    return SetTargetState(GST_STATE_PLAYING, State_Running);
+    return SetTargetState(State_Running);
 }
 
 HRESULT CFilterGraph::Pause() {
-    return SetTargetState(GST_STATE_PAUSED, State_Paused);
+    return SetTargetState(State_Paused);
 }
 
 HRESULT CFilterGraph::Stop() {
-    return SetTargetState(GST_STATE_NULL, State_Stopped);
+    return SetTargetState(State_Stopped);
 }
 
 HRESULT CFilterGraph::GetState(LONG timeoutMs, OAFilterState* state) {
     if (!state)
         return E_POINTER;
-    OAFilterState target;
-    {
+    // A stream refilling its buffer is running as far as anyone asks: it
+    // goes on by itself once it has the data.
+    auto wanted = [this](OAFilterState* target) {
         std::lock_guard<std::mutex> lock(m_eventLock);
-        target = m_target;
-    }
-    if (target == State_Stopped) {
-        *state = State_Stopped;
+        *target = m_target;
+        return m_target == State_Stopped || m_buffering;
+    };
+    if (wanted(state))
         return S_OK;
-    }
-    GstClockTime timeout =
-        timeoutMs < 0 ? GST_CLOCK_TIME_NONE : static_cast<GstClockTime>(timeoutMs) * GST_MSECOND;
+    gint64 deadline = g_get_monotonic_time() + static_cast<gint64>(timeoutMs) * 1000;
     GstState current = GST_STATE_NULL, pending = GST_STATE_VOID_PENDING;
-    GstStateChangeReturn ret = gst_element_get_state(m_pipeline, &current, &pending, timeout);
+    GstStateChangeReturn ret;
+    for (;;) {
+        gint64 left = deadline - g_get_monotonic_time();
+        GstClockTime timeout =
+            timeoutMs < 0 ? GST_CLOCK_TIME_NONE
+                          : static_cast<GstClockTime>(std::max<gint64>(left, 0)) * GST_USECOND;
+        ret = gst_element_get_state(m_pipeline, &current, &pending, timeout);
+        if (wanted(state))
+            return S_OK;
+        // A wait cut short by a change of the buffer's making is no failure:
+        // wait on for what is left of the time.
+        GST_OBJECT_LOCK(m_pipeline);
+        bool interrupted = ret == GST_STATE_CHANGE_FAILURE &&
+                           GST_STATE_RETURN(m_pipeline) != GST_STATE_CHANGE_FAILURE;
+        GST_OBJECT_UNLOCK(m_pipeline);
+        if (!interrupted || (timeoutMs >= 0 && left <= 0))
+            break;
+    }
     *state = ToFilterState(current);
     switch (ret) {
     case GST_STATE_CHANGE_FAILURE:

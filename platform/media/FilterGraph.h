@@ -13,7 +13,8 @@ class CFilterGraph final : public IGraphBuilder,
                            public IMediaSeeking,
                            public IBasicAudio,
                            public IBasicVideo,
-                           public IVideoWindow {
+                           public IVideoWindow,
+                           public IGraphErrorText {
 public:
     CFilterGraph();
     ~CFilterGraph();
@@ -67,6 +68,9 @@ public:
     HRESULT SetWindowPosition(LONG left, LONG top, LONG width, LONG height) override;
     HRESULT GetWindowPosition(LONG* left, LONG* top, LONG* width, LONG* height) override;
 
+    // IGraphErrorText
+    HRESULT GetErrorText(CString* text) override;
+
 private:
     struct FilterEntry {
         IBaseFilter* filter;
@@ -82,8 +86,16 @@ private:
     static GstBusSyncReply OnBusMessage(GstBus* bus, GstMessage* message, gpointer self);
     void HandleBusMessage(GstMessage* message);
     void QueueEvent(LONG code, LONG_PTR param1, LONG_PTR param2);
+    void OnError(GstMessage* message);
+    void OnBuffering(GstMessage* message);
+    // Has a pool thread of the pipeline library run work that changes the
+    // pipeline, which the threads that post messages must never do.
+    void CallAsync(void (*work)(CFilterGraph* graph));
+    // Puts the pipeline where the wish of the user and the buffer put it.
+    static void FollowTarget(CFilterGraph* graph);
+    GstState PipelineTargetLocked() const;
     void PrepareFilters();
-    HRESULT SetTargetState(GstState state, OAFilterState filterState);
+    HRESULT SetTargetState(OAFilterState filterState);
     void ApplyOverlay();
     HRESULT RenderVideo(GstPad* pad, GstCaps* caps);
     HRESULT RenderAudio(GstPad* pad);
@@ -93,7 +105,9 @@ private:
     GstElement* m_pipeline;
     std::vector<FilterEntry> m_filters;
     bool m_prepared = false;
-    OAFilterState m_target = State_Stopped;
+    // Held by whoever changes the pipeline's state, so that a change made
+    // on behalf of the buffer never undoes a later one of the user's.
+    std::mutex m_stateLock;
 
     // Audio branches' volume elements and the level they were given.
     std::vector<GstElement*> m_volumes;
@@ -113,12 +127,20 @@ private:
     LONG m_left = 0, m_top = 0, m_width = 0, m_height = 0;
 
     // Events: queued by the pipeline's threads, taken on the user interface
-    // thread, announced by a posted message.
+    // thread, announced by a posted message. The run state lives under the
+    // same lock: the state the user asked for, and whether a network stream
+    // that ran dry holds the pipeline paused until it has refilled.
     std::mutex m_eventLock;
     std::condition_variable m_eventReady;
     std::deque<GraphEvent> m_events;
+    OAFilterState m_target = State_Stopped;
+    bool m_live = false;
+    bool m_buffering = false;
     bool m_complete = false;
     LONG m_completeCode = 0;
+    std::string m_errorText;
+    int m_asyncCalls = 0;
+    bool m_closing = false;
     HWND m_notify = nullptr;
     UINT m_notifyMessage = 0;
     LONG_PTR m_notifyInstance = 0;

@@ -2,6 +2,7 @@
 // posted message announces, and the picture follows its owner window.
 #include <gst/video/video.h>
 
+#include <algorithm>
 #include <chrono>
 
 #include "platform/media/FilterGraph.h"
@@ -9,9 +10,14 @@
 
 namespace {
 
-// Events nobody takes are dropped past this many, so a graph left alone
-// cannot grow without bound.
+// A guard on the queue's length; with one waiting event of each kind it is
+// never reached in practice.
 constexpr size_t kMaxQueuedEvents = 256;
+
+// The events that end a graph's streams. None is ever dropped.
+bool IsEnding(LONG code) {
+    return code == EC_COMPLETE || code == EC_USERABORT || code == EC_ERRORABORT;
+}
 
 } // namespace
 
@@ -30,7 +36,31 @@ void CFilterGraph::HandleBusMessage(GstMessage* message) {
             QueueEvent(EC_COMPLETE, S_OK, 0);
         break;
     case GST_MESSAGE_ERROR:
-        QueueEvent(EC_ERRORABORT, E_FAIL, 0);
+        OnError(message);
+        break;
+    case GST_MESSAGE_BUFFERING:
+        OnBuffering(message);
+        break;
+    case GST_MESSAGE_LATENCY:
+        // A live source changed how long it holds data back; the renderers
+        // must hear of it.
+        CallAsync(
+            [](CFilterGraph* graph) { gst_bin_recalculate_latency(GST_BIN(graph->m_pipeline)); });
+        break;
+    case GST_MESSAGE_CLOCK_LOST:
+        // The element that gave the clock went; a pause and a run pick
+        // another one.
+        CallAsync([](CFilterGraph* graph) {
+            GstState target;
+            {
+                std::lock_guard<std::mutex> lock(graph->m_eventLock);
+                target = graph->PipelineTargetLocked();
+            }
+            if (target == GST_STATE_PLAYING) {
+                gst_element_set_state(graph->m_pipeline, GST_STATE_PAUSED);
+                gst_element_set_state(graph->m_pipeline, GST_STATE_PLAYING);
+            }
+        });
         break;
     case GST_MESSAGE_ELEMENT:
         if (gst_is_video_overlay_prepare_window_handle_message(message)) {
@@ -49,18 +79,114 @@ void CFilterGraph::HandleBusMessage(GstMessage* message) {
     }
 }
 
+// An error ends the streams: the pipeline stops delivering, so the graph
+// says so the way every end is said, and keeps the words of the first error
+// (later ones follow from it) for the user.
+void CFilterGraph::OnError(GstMessage* message) {
+    GError* error = nullptr;
+    gst_message_parse_error(message, &error, nullptr);
+    {
+        std::lock_guard<std::mutex> lock(m_eventLock);
+        if (m_errorText.empty())
+            m_errorText = error && error->message ? error->message : "Internal data stream error.";
+    }
+    if (error)
+        g_error_free(error);
+    QueueEvent(EC_ERRORABORT, E_FAIL, 0);
+    QueueEvent(EC_COMPLETE, E_FAIL, 0);
+}
+
+// A network stream whose buffer runs low pauses until it is full again, as
+// long as the user wants it running. A live source is never held: it would
+// only fall behind.
+void CFilterGraph::OnBuffering(GstMessage* message) {
+    gint percent = 100;
+    gst_message_parse_buffering(message, &percent);
+    GstBufferingMode mode = GST_BUFFERING_STREAM;
+    gst_message_parse_buffering_stats(message, &mode, nullptr, nullptr, nullptr);
+    if (mode == GST_BUFFERING_LIVE)
+        return;
+    {
+        std::lock_guard<std::mutex> lock(m_eventLock);
+        bool buffering = percent < 100 && m_target == State_Running && !m_live;
+        if (buffering == m_buffering)
+            return;
+        m_buffering = buffering;
+    }
+    CallAsync(FollowTarget);
+}
+
+void CFilterGraph::CallAsync(void (*work)(CFilterGraph* graph)) {
+    {
+        std::lock_guard<std::mutex> lock(m_eventLock);
+        if (m_closing)
+            return;
+        ++m_asyncCalls;
+    }
+    struct Call {
+        CFilterGraph* graph;
+        void (*work)(CFilterGraph*);
+    };
+    gst_element_call_async(
+        m_pipeline,
+        [](GstElement*, gpointer data) {
+            auto* call = static_cast<Call*>(data);
+            CFilterGraph* graph = call->graph;
+            {
+                std::lock_guard<std::mutex> state(graph->m_stateLock);
+                bool closing;
+                {
+                    std::lock_guard<std::mutex> lock(graph->m_eventLock);
+                    closing = graph->m_closing;
+                }
+                if (!closing)
+                    call->work(graph);
+            }
+            std::lock_guard<std::mutex> lock(graph->m_eventLock);
+            --graph->m_asyncCalls;
+            graph->m_eventReady.notify_all();
+        },
+        new Call{this, work}, [](gpointer data) { delete static_cast<Call*>(data); });
+}
+
+// Runs with the state lock held.
+void CFilterGraph::FollowTarget(CFilterGraph* graph) {
+    GstState target;
+    {
+        std::lock_guard<std::mutex> lock(graph->m_eventLock);
+        target = graph->PipelineTargetLocked();
+    }
+    if (target != GST_STATE_NULL)
+        gst_element_set_state(graph->m_pipeline, target);
+}
+
 void CFilterGraph::QueueEvent(LONG code, LONG_PTR param1, LONG_PTR param2) {
     HWND notify;
     UINT notifyMessage;
     LONG_PTR instance;
     {
         std::lock_guard<std::mutex> lock(m_eventLock);
-        if (code == EC_COMPLETE || code == EC_ERRORABORT || code == EC_USERABORT) {
+        if (IsEnding(code) && !m_complete) {
             m_complete = true;
             m_completeCode = code;
         }
-        if (m_events.size() >= kMaxQueuedEvents)
+        // One waiting event of each kind: a later one of an ending kind adds
+        // nothing, any other brings its newer values to the waiting one.
+        for (GraphEvent& waiting : m_events) {
+            if (waiting.code != code)
+                continue;
+            if (!IsEnding(code)) {
+                waiting.param1 = param1;
+                waiting.param2 = param2;
+            }
             return;
+        }
+        if (m_events.size() >= kMaxQueuedEvents) {
+            auto oldest = std::find_if(m_events.begin(), m_events.end(),
+                                       [](const GraphEvent& e) { return !IsEnding(e.code); });
+            if (oldest != m_events.end())
+                m_events.erase(oldest);
+        }
         m_events.push_back({code, param1, param2});
         notify = m_notify;
         notifyMessage = m_notifyMessage;
@@ -69,6 +195,16 @@ void CFilterGraph::QueueEvent(LONG code, LONG_PTR param1, LONG_PTR param2) {
     m_eventReady.notify_all();
     if (notify)
         PostMessageW(notify, notifyMessage, 0, instance);
+}
+
+HRESULT CFilterGraph::GetErrorText(CString* text) {
+    if (!text)
+        return E_POINTER;
+    std::lock_guard<std::mutex> lock(m_eventLock);
+    if (m_errorText.empty())
+        return E_FAIL;
+    *text = CString(m_errorText);
+    return S_OK;
 }
 
 HRESULT CFilterGraph::GetEvent(LONG* code, LONG_PTR* param1, LONG_PTR* param2, LONG timeoutMs) {

@@ -31,7 +31,11 @@ public:
 };
 
 // Makes sure the pipeline library is initialised; false when it can't be.
+// The answer of the first call holds for the life of the process.
 bool EnsureGstInit();
+// Replaces the call that starts the library (null: the library's own), for
+// a test that must see it fail. Only a call before the first start counts.
+void SetPipelineLibraryStart(bool (*start)());
 
 // The caps a pad carries now, or failing that what it can carry; null when
 // neither is known. The caller unrefs.
@@ -121,12 +125,3 @@ private:
     std::mutex m_pinLock;
     std::vector<std::unique_ptr<CGstPin>> m_pins;
 };
-
-// Holds a reference to a reference-counted object of this library for the
-// time a scope needs it.
-template <typename T>
-T* Detach(T*& p) {
-    T* out = p;
-    p = nullptr;
-    return out;
-}

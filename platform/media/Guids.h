@@ -29,6 +29,7 @@ extern const IID IID_IDvdInfo2;
 extern const IID IID_ILAVFSettings;
 extern const IID IID_ILAVVideoSettings;
 extern const IID IID_ILAVAudioSettings;
+extern const IID IID_IGraphErrorText;
 
 // Media types.
 extern const GUID GUID_NULL;

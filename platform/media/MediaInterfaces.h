@@ -2,6 +2,7 @@
 // types, the graph and its control, events, seeking, audio and picture.
 // Only what the engine uses is declared.
 #pragma once
+#include "platform/base/CString.h"
 #include "platform/base/Window.h"
 #include "platform/media/ComTypes.h"
 #include "platform/media/Guids.h"
@@ -108,6 +109,14 @@ public:
     virtual HRESULT WaitForCompletion(LONG timeoutMs, LONG* code) = 0;
     // Every queued event is announced by posting message to window.
     virtual HRESULT SetNotifyWindow(HWND window, UINT message, LONG_PTR instance) = 0;
+};
+
+// What the media library said of the error that ended a graph's streams.
+// The graph follows such an error with EC_COMPLETE carrying a failure code.
+class IGraphErrorText : public IUnknown {
+public:
+    // E_FAIL when no error has ended the streams since the graph last ran.
+    virtual HRESULT GetErrorText(CString* text) = 0;
 };
 
 constexpr DWORD AM_SEEKING_CanSeekAbsolute = 0x1;

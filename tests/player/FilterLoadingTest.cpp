@@ -277,7 +277,7 @@ TEST(ModuleFolderTest, MissingVideoDecoderFailsOnlyVideo) {
     fs::create_directories(start / "LAV");
     fs::copy_file(stage + "/LAV/LAVSplitter_1.ax", start / "LAV/LAVSplitter_1.ax");
     fs::copy_file(stage + "/LAV/LAVAudio_1.ax", start / "LAV/LAVAudio_1.ax");
-    const TestMedia& media = TestMedia::Get();
+    TestMedia& media = TestMedia::Get();
     SetGraphAudioSink("fakesink sync=true");
     SetGraphVideoSink("fakesink sync=true");
     MessageBoxRecorder boxes;
@@ -285,11 +285,11 @@ TEST(ModuleFolderTest, MissingVideoDecoderFailsOnlyVideo) {
     {
         CMediaPlayer player;
         CTestFrame frame;
-        EXPECT_FALSE(player.PlayFileLav(CString(media.video), &frame));
+        EXPECT_FALSE(player.PlayFileLav(CString(media.Video()), &frame));
         EXPECT_EQ(std::vector<CString>{u"ERROR - CreateObjectFromPath failed - clsidLavVid"},
                   boxes.Texts());
         EXPECT_EQ(0, player.m_state);
-        EXPECT_TRUE(player.PlayFileLav(CString(media.audio), &frame));
+        EXPECT_TRUE(player.PlayFileLav(CString(media.Audio()), &frame));
         player.CleanPlayback();
     }
     boxes.Clear();
@@ -297,7 +297,7 @@ TEST(ModuleFolderTest, MissingVideoDecoderFailsOnlyVideo) {
     {
         CMediaPlayer player;
         CTestFrame frame;
-        EXPECT_FALSE(player.PlayFileLav(CString(media.audio), &frame));
+        EXPECT_FALSE(player.PlayFileLav(CString(media.Audio()), &frame));
         EXPECT_EQ(std::vector<CString>{u"ERROR - CreateObjectFromPath2 failed - clsidLavSrc"},
                   boxes.Texts());
     }

@@ -49,19 +49,80 @@ TEST(GraphTest, OnlyTheFilterGraphIsMadeBySystemClass) {
     EXPECT_EQ(0u, graph->Release());
 }
 
-TEST_F(PlayerTest, EndOfStreamIsAnnouncedAndQueued) {
-    CCountingWindow window;
-    ASSERT_TRUE(Play(Media().audio));
-    // Take the events over from the frame.
-    ASSERT_EQ(S_OK, m_player->m_pEvent->SetNotifyWindow(window.GetSafeHwnd(), UM_GRAPH_NOTIFY, 42));
+TEST_F(PlayerTest, EndOfStreamIsAnnouncedAndEndsPlayback) {
+    ASSERT_TRUE(Play(Media().Audio()));
+    int out = 0;
+    ASSERT_TRUE(m_player->SeekTo(900, out));
     LONG code = 0;
     EXPECT_EQ(S_OK, m_player->m_pEvent->WaitForCompletion(10000, &code));
     EXPECT_EQ(EC_COMPLETE, code);
-    PumpMessages(1000);
-    EXPECT_EQ(1, window.m_notifies);
-    EXPECT_EQ(42, window.m_lastParam);
+    // The frame hears of it by the posted message and stops playback.
+    EXPECT_TRUE(PumpUntilStopped(5));
+    EXPECT_EQ(1, m_frame.m_stops);
+    EXPECT_EQ(0, m_player->m_state);
+    EXPECT_EQ(nullptr, m_player->m_pGraph);
+    EXPECT_TRUE(m_boxes.Texts().empty());
+    // With the graph gone the pump has nothing to do.
+    EXPECT_FALSE(m_player->OnGraphEvent(&m_frame));
+}
+
+TEST_F(PlayerTest, EndingsAreNeverDroppedAndRepeatsAreCoalesced) {
+    ASSERT_TRUE(Play(Media().Audio()));
+    // The events are announced to this window, and taken here.
+    CCountingWindow window;
+    ASSERT_EQ(S_OK, m_player->m_pEvent->SetNotifyWindow(window.GetSafeHwnd(), UM_GRAPH_NOTIFY, 42));
+    GstElement* pipeline = Pipeline();
+    for (int i = 0; i < 300; ++i) {
+        GError* error = g_error_new_literal(GST_STREAM_ERROR, GST_STREAM_ERROR_FAILED,
+                                            i == 0 ? "First words." : "Later words.");
+        gst_element_post_message(pipeline,
+                                 gst_message_new_error(GST_OBJECT(pipeline), error, nullptr));
+        g_error_free(error);
+    }
+    gst_element_post_message(pipeline, gst_message_new_eos(GST_OBJECT(pipeline)));
+    std::vector<std::pair<LONG, LONG_PTR>> events;
+    LONG code = 0;
     LONG_PTR p1 = 0, p2 = 0;
-    ASSERT_EQ(S_OK, m_player->m_pEvent->GetEvent(&code, &p1, &p2, 0));
-    EXPECT_EQ(EC_COMPLETE, code);
-    EXPECT_EQ(E_ABORT, m_player->m_pEvent->GetEvent(&code, &p1, &p2, 0));
+    while (SUCCEEDED(m_player->m_pEvent->GetEvent(&code, &p1, &p2, 0)))
+        events.emplace_back(code, p1);
+    EXPECT_EQ(
+        (std::vector<std::pair<LONG, LONG_PTR>>{{EC_ERRORABORT, E_FAIL}, {EC_COMPLETE, E_FAIL}}),
+        events);
+    PumpMessages();
+    EXPECT_EQ(2, window.m_notifies);
+    EXPECT_EQ(42, window.m_lastParam);
+    IGraphErrorText* errors = nullptr;
+    ASSERT_EQ(S_OK, m_player->m_pEvent->QueryInterface(IID_IGraphErrorText,
+                                                       reinterpret_cast<void**>(&errors)));
+    CString text;
+    EXPECT_EQ(S_OK, errors->GetErrorText(&text));
+    EXPECT_EQ(u"First words.", text);
+    errors->Release();
+}
+
+TEST_F(PlayerTest, BufferingHoldsTheGraphButNeverAgainstTheUser) {
+    ASSERT_TRUE(Play(Media().Audio()));
+    GstElement* pipeline = Pipeline();
+    auto buffering = [pipeline](int percent) {
+        gst_element_post_message(pipeline,
+                                 gst_message_new_buffering(GST_OBJECT(pipeline), percent));
+    };
+    buffering(20);
+    EXPECT_TRUE(PollFor(2000, [&] { return PipelineState() == GST_STATE_PAUSED; }));
+    OAFilterState state = State_Stopped;
+    EXPECT_EQ(S_OK, m_player->m_pControl->GetState(0, &state));
+    EXPECT_EQ(State_Running, state);
+    buffering(100);
+    EXPECT_TRUE(PollFor(2000, [&] { return PipelineState() == GST_STATE_PLAYING; }));
+
+    // The user pauses while the buffer fills: full again, it stays paused.
+    buffering(20);
+    EXPECT_TRUE(PollFor(2000, [&] { return PipelineState() == GST_STATE_PAUSED; }));
+    ASSERT_TRUE(m_player->PauseResume());
+    buffering(100);
+    EXPECT_FALSE(PollFor(300, [&] { return PipelineState() == GST_STATE_PLAYING; }));
+    m_player->m_pControl->GetState(0, &state);
+    EXPECT_EQ(State_Paused, state);
+    ASSERT_TRUE(m_player->PauseResume());
+    EXPECT_TRUE(PollFor(2000, [&] { return PipelineState() == GST_STATE_PLAYING; }));
 }

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <map>
 #include <string>
 #include <thread>
 #include <vector>
@@ -76,61 +77,92 @@ inline std::string OfferedCaps(IPin* pin) {
     return text;
 }
 
-// The media every test may play, made once per test program.
-struct TestMedia {
-    TempDir dir;
-    std::string audio;    // Vorbis in Ogg, 3 s, stereo
-    std::string video;    // H.264 in Matroska, 2 s, 320x240
-    std::string both;     // H.264 and Vorbis in Matroska, 2 s
-    std::string corrupt;  // bytes that are no medium
-    std::string wma;      // WMA 2 in ASF, 2 s
-    std::string surround; // Vorbis in Ogg, 2 s, six channels
-    std::string twoAudio; // two Vorbis streams in Matroska, 1 s
-
+// The media the tests play, each encoded the first time a test asks for it,
+// in a folder that lives as long as the test program.
+class TestMedia {
+public:
     static TestMedia& Get() {
         static TestMedia media;
         return media;
     }
 
-private:
-    TestMedia() {
-        audio = dir / "audio.ogg";
-        video = dir / "video.mkv";
-        both = dir / "both.mkv";
-        corrupt = dir / "corrupt.mkv";
-        wma = dir / "audio.wma";
-        surround = dir / "surround.ogg";
-        twoAudio = dir / "two-audio.mkv";
-        const std::string h264 = "videotestsrc num-buffers=50 ! "
-                                 "video/x-raw,width=320,height=240,framerate=25/1 ! "
-                                 "x264enc speed-preset=ultrafast key-int-max=10 ! h264parse ! ";
-        EXPECT_TRUE(EncodeMedia("audiotestsrc num-buffers=129 samplesperbuffer=1024 ! "
-                                "audio/x-raw,rate=44100,channels=2 ! audioconvert ! vorbisenc ! "
-                                "oggmux ! filesink location=" +
-                                audio));
-        EXPECT_TRUE(EncodeMedia(h264 + "matroskamux ! filesink location=" + video));
-        EXPECT_TRUE(EncodeMedia(h264 + "matroskamux name=m ! filesink location=" + both +
-                                " audiotestsrc num-buffers=86 samplesperbuffer=1024 ! "
-                                "audio/x-raw,rate=44100 ! audioconvert ! vorbisenc ! m."));
-        EXPECT_TRUE(EncodeMedia("audiotestsrc num-buffers=86 samplesperbuffer=1024 ! "
-                                "audio/x-raw,rate=44100,channels=2 ! audioconvert ! avenc_wmav2 ! "
-                                "asfmux ! filesink location=" +
-                                wma));
-        EXPECT_TRUE(EncodeMedia("audiotestsrc num-buffers=86 samplesperbuffer=1024 ! "
-                                "audio/x-raw,rate=44100,channels=6,channel-mask=(bitmask)0x3f ! "
-                                "audioconvert ! vorbisenc ! oggmux ! filesink location=" +
-                                surround));
-        EXPECT_TRUE(
-            EncodeMedia("audiotestsrc num-buffers=43 samplesperbuffer=1024 ! audioconvert ! "
-                        "vorbisenc ! matroskamux name=m ! filesink location=" +
-                        twoAudio +
-                        " audiotestsrc num-buffers=43 samplesperbuffer=1024 wave=square ! "
-                        "audioconvert ! vorbisenc ! m."));
-        std::string junk;
-        for (int i = 0; i < 4096; ++i)
-            junk += static_cast<char>((i * 7919 + 13) & 0xFF);
-        TempDir::Write(corrupt, junk);
+    const TempDir& Dir() const { return m_dir; }
+    // Vorbis in Ogg, 3 s, stereo.
+    const std::string& Audio() {
+        return Make("audio.ogg", "audiotestsrc num-buffers=129 samplesperbuffer=1024 ! "
+                                 "audio/x-raw,rate=44100,channels=2 ! audioconvert ! vorbisenc ! "
+                                 "oggmux");
     }
+    // H.264 in Matroska, 2 s, 320x240.
+    const std::string& Video() { return Make("video.mkv", H264() + "matroskamux"); }
+    // H.264 and Vorbis in Matroska, 2 s.
+    const std::string& Both() {
+        return Make("both.mkv", H264() + "matroskamux name=m",
+                    "audiotestsrc num-buffers=86 samplesperbuffer=1024 ! "
+                    "audio/x-raw,rate=44100 ! audioconvert ! vorbisenc ! m.");
+    }
+    // WMA 2 in ASF, 2 s.
+    const std::string& Wma() {
+        return Make("audio.wma", "audiotestsrc num-buffers=86 samplesperbuffer=1024 ! "
+                                 "audio/x-raw,rate=44100,channels=2 ! audioconvert ! "
+                                 "avenc_wmav2 ! asfmux");
+    }
+    // Vorbis in Ogg, 2 s, six channels.
+    const std::string& Surround() {
+        return Make("surround.ogg", "audiotestsrc num-buffers=86 samplesperbuffer=1024 ! "
+                                    "audio/x-raw,rate=44100,channels=6,"
+                                    "channel-mask=(bitmask)0x3f ! audioconvert ! vorbisenc ! "
+                                    "oggmux");
+    }
+    // Two Vorbis streams in Matroska, 1 s.
+    const std::string& TwoAudio() {
+        return Make("two-audio.mkv",
+                    "audiotestsrc num-buffers=43 samplesperbuffer=1024 ! audioconvert ! "
+                    "vorbisenc ! matroskamux name=m",
+                    "audiotestsrc num-buffers=43 samplesperbuffer=1024 wave=square ! "
+                    "audioconvert ! vorbisenc ! m.");
+    }
+    // Plain constant-bitrate MP3, 90 s at 32 kbit/s, with no header that
+    // states its length.
+    const std::string& Mp3() {
+        return Make("cbr.mp3", "audiotestsrc num-buffers=450 samplesperbuffer=4410 ! "
+                               "audio/x-raw,rate=22050,channels=1 ! audioconvert ! "
+                               "lamemp3enc target=bitrate bitrate=32 cbr=true");
+    }
+    // Bytes that are no medium.
+    const std::string& Corrupt() {
+        auto [it, fresh] = m_made.emplace("corrupt.mkv", m_dir / "corrupt.mkv");
+        if (fresh) {
+            std::string junk;
+            for (int i = 0; i < 4096; ++i)
+                junk += static_cast<char>((i * 7919 + 13) & 0xFF);
+            TempDir::Write(it->second, junk);
+        }
+        return it->second;
+    }
+
+private:
+    TestMedia() = default;
+
+    static std::string H264() {
+        return "videotestsrc num-buffers=50 ! video/x-raw,width=320,height=240,framerate=25/1 ! "
+               "x264enc speed-preset=ultrafast key-int-max=10 ! h264parse ! ";
+    }
+    // Encodes into the named file, once: the pipeline up to the element
+    // that writes the file, and the branches that feed a named muxer.
+    const std::string& Make(const std::string& name, const std::string& pipeline,
+                            const std::string& branches = "") {
+        auto [it, fresh] = m_made.emplace(name, m_dir / name);
+        if (fresh) {
+            EXPECT_TRUE(
+                EncodeMedia(pipeline + " ! filesink location=" + it->second + " " + branches))
+                << name;
+        }
+        return it->second;
+    }
+
+    TempDir m_dir;
+    std::map<std::string, std::string> m_made;
 };
 
 // The main window as the engine sees it: records each request and answers
@@ -190,9 +222,20 @@ protected:
     }
 
     static std::string StageDir() { return StagedStartDir(); }
-    static const TestMedia& Media() { return TestMedia::Get(); }
+    static TestMedia& Media() { return TestMedia::Get(); }
 
-    BOOL Play(const std::string& path) { return m_player->PlayFileLav(CString(path), &m_frame); }
+    // Plays; a failure's messages go to the test's output as well.
+    BOOL Play(const std::string& path) {
+        size_t before = m_boxes.Texts().size();
+        BOOL played = m_player->PlayFileLav(CString(path), &m_frame);
+        for (size_t i = before; !played && i < m_boxes.Texts().size(); ++i)
+            fprintf(stderr, "message: %s\n", m_boxes.Texts()[i].ToUtf8().c_str());
+        return played;
+    }
+    // The first message shown, for a failure's report.
+    std::string FirstBox() const {
+        return m_boxes.Texts().empty() ? std::string() : m_boxes.Texts()[0].ToUtf8();
+    }
 
     // Delivers posted messages until the frame has stopped playback or the
     // time is up.
@@ -203,7 +246,42 @@ protected:
         return m_frame.m_stops > 0;
     }
 
-    static void Sleep(int ms) { std::this_thread::sleep_for(std::chrono::milliseconds(ms)); }
+    // Polls until the condition holds or the time is up, delivering posted
+    // messages meanwhile; whether it holds.
+    template <typename Condition>
+    static bool PollFor(int milliseconds, Condition condition) {
+        auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+        while (!condition()) {
+            if (std::chrono::steady_clock::now() >= end)
+                return false;
+            PumpMessages(10);
+        }
+        return true;
+    }
+
+    // The pipeline behind the engine's graph, found through its source.
+    GstElement* Pipeline() const {
+        IGstFilter* filter = nullptr;
+        if (!m_player->m_pLavSrc || FAILED(m_player->m_pLavSrc->QueryInterface(
+                                        IID_IGstFilter, reinterpret_cast<void**>(&filter))))
+            return nullptr;
+        GstElement* pipeline = GST_ELEMENT(GST_OBJECT_PARENT(filter->GetElement()));
+        filter->Release();
+        return pipeline;
+    }
+    GstState PipelineState() const {
+        GstState state = GST_STATE_VOID_PENDING;
+        if (GstElement* pipeline = Pipeline())
+            gst_element_get_state(pipeline, &state, nullptr, 0);
+        return state;
+    }
+    // The position the pipeline reports, in seconds; -1 when it has none.
+    double PositionSeconds() const {
+        LONGLONG now = 0;
+        if (!m_player->m_pSeeking || FAILED(m_player->m_pSeeking->GetCurrentPosition(&now)))
+            return -1;
+        return now / 1e7;
+    }
 
     ScopedCurrentDir m_cwd;
     MessageBoxRecorder m_boxes;

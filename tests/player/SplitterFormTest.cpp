@@ -177,7 +177,7 @@ TEST_F(SplitterFormTest, BeforeItsInputIsConnectedOnlyTheInputPinIsThere) {
     EXPECT_EQ(E_NOINTERFACE,
               m_splitter->QueryInterface(IID_IFileSourceFilter, reinterpret_cast<void**>(&source)));
     // Out of a graph there is nothing to take the bytes from.
-    CByteStreamSource* upstream = new CByteStreamSource(TestMedia::Get().audio);
+    CByteStreamSource* upstream = new CByteStreamSource(TestMedia::Get().Audio());
     IPin* out = nullptr;
     ASSERT_EQ(S_OK, upstream->FindPin(u"Output", &out));
     ASSERT_EQ(S_OK, CMediaPlayer::GetPin(m_splitter, PINDIR_INPUT, MEDIATYPE_Stream, &pin));
@@ -228,7 +228,7 @@ TEST_F(SplitterFormTest, WaveBytesGiveAnAudioPinThatPlaysToTheEnd) {
 }
 
 TEST_F(SplitterFormTest, OggBytesGiveACompressedAudioPinForTheDecoder) {
-    ASSERT_EQ(S_OK, ConnectSplitter(TestMedia::Get().audio));
+    ASSERT_EQ(S_OK, ConnectSplitter(TestMedia::Get().Audio()));
     EXPECT_EQ((std::vector<std::string>{"Input", "Audio"}), PinNames(m_splitter));
     IPin* audio = nullptr;
     ASSERT_EQ(S_OK, CMediaPlayer::GetPin(m_splitter, PINDIR_OUTPUT, MEDIATYPE_Audio, &audio));
@@ -250,7 +250,7 @@ TEST_F(SplitterFormTest, BytesWithNothingPlayableFailTheConnectionQuietly) {
         c = static_cast<char>(state >> 24);
     }
     TempDir::Write(noise, bytes);
-    for (const std::string& path : {TestMedia::Get().corrupt, empty, noise}) {
+    for (const std::string& path : {TestMedia::Get().Corrupt(), empty, noise}) {
         SCOPED_TRACE(path);
         auto start = std::chrono::steady_clock::now();
         EXPECT_EQ(VFW_E_UNKNOWN_FILE_TYPE, ConnectSplitter(path));

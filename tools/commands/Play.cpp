@@ -1,4 +1,4 @@
-// orvexctl play FILE|URL [--seconds N]: plays a medium headless through the
+// orvexctl play [--seconds N] [--] FILE|URL: plays a medium headless through the
 // engine, printing the position once a second, until it ends or N seconds
 // have passed. Sound goes to the audio device when there is one, else to a
 // clock-synced null sink; a picture always goes to a null sink.
@@ -60,16 +60,22 @@ bool HasAudioDevice() {
 int RunPlay(const CtlArgs& args) {
     std::string target;
     long seconds = -1;
+    bool options = true; // until "--": a name that begins with "-" follows it
     for (size_t i = 0; i < args.size(); ++i) {
-        if (args[i] == "--seconds" && i + 1 < args.size()) {
+        const std::string& arg = args[i];
+        if (options && (arg == "--help" || arg == "-h")) {
+            return CtlHelp("play");
+        } else if (options && arg == "--") {
+            options = false;
+        } else if (options && arg == "--seconds" && i + 1 < args.size()) {
             char* end = nullptr;
             seconds = strtol(args[++i].c_str(), &end, 10);
             if (!end || *end || seconds < 0)
                 return CtlUsageError("play");
-        } else if (target.empty()) {
-            target = args[i];
-        } else {
+        } else if ((options && arg.size() > 1 && arg[0] == '-') || !target.empty()) {
             return CtlUsageError("play");
+        } else {
+            target = arg;
         }
     }
     if (target.empty())
@@ -110,7 +116,7 @@ int RunPlay(const CtlArgs& args) {
     return 0;
 }
 
-CtlCommandRegistrar g_play("play", "FILE|URL [--seconds N]",
+CtlCommandRegistrar g_play("play", "[--seconds N] [--] FILE|URL",
                            "plays a file or stream headless, printing the position each second",
                            RunPlay);
 

@@ -1,0 +1,84 @@
+// Streams given by URL take the same road as files, through the splitter
+// source, from servers on this machine.
+#include "tests/player/PlayerTestSupport.h"
+#include "tests/support/TestHttpServer.h"
+#include "tests/support/TestRtspServer.h"
+
+namespace {
+
+// Serves a test medium under /name, with byte ranges; trickled in chunks of
+// chunkBytes every delayMs when asked.
+void Serve(TestHttpServer& server, const std::string& name, const std::string& path,
+           size_t chunkBytes = 0, int delayMs = 0) {
+    server.Trickle("/" + name, TempDir::Read(path), chunkBytes, delayMs);
+}
+
+} // namespace
+
+TEST_F(PlayerTest, HttpStreamPlaysSeeksAndEnds) {
+    TestHttpServer server;
+    Serve(server, "both.mkv", Media().Both());
+    std::string missing = server.Url("/missing.ogg");
+    EXPECT_FALSE(Play(missing));
+    EXPECT_EQ(std::vector<CString>{CString("File Source Error - could not open " + missing + ".")},
+              m_boxes.Texts());
+    m_boxes.Clear();
+
+    // The scheme is recognised without regard to case; the URL is loaded as given.
+    std::string url = server.Url("/both.mkv");
+    ASSERT_TRUE(Play("HTTP" + url.substr(4))) << FirstBox();
+    EXPECT_TRUE(m_player->m_bStream);
+    EXPECT_EQ(2, m_player->m_state);
+    EXPECT_NE(nullptr, m_player->m_pLavVid);
+    EXPECT_NE(nullptr, m_player->m_pBasicAudio);
+    int out = -1;
+    EXPECT_TRUE(m_player->SeekTo(600, out));
+    EXPECT_EQ(1, out);
+    EXPECT_TRUE(PumpUntilStopped(20));
+    EXPECT_EQ(0, m_player->m_state);
+    EXPECT_TRUE(m_boxes.Texts().empty());
+}
+
+TEST_F(PlayerTest, StreamThatRunsDryPausesUntilItHasRefilled) {
+    TestHttpServer server;
+    // Too slow to fill the buffer before the end.
+    Serve(server, "two-audio.mkv", Media().TwoAudio(), 1024, 100);
+    ASSERT_TRUE(Play(server.Url("/two-audio.mkv"))) << FirstBox();
+    // The graph holds the pipeline while the buffer fills; to the engine it
+    // is running all the while.
+    EXPECT_TRUE(PollFor(10000, [&] { return PipelineState() == GST_STATE_PAUSED; }));
+    EXPECT_EQ(2, m_player->m_state);
+    OAFilterState state = State_Stopped;
+    EXPECT_EQ(S_OK, m_player->m_pControl->GetState(0, &state));
+    EXPECT_EQ(State_Running, state);
+    EXPECT_TRUE(PumpUntilStopped(30));
+    EXPECT_TRUE(m_boxes.Texts().empty());
+}
+
+TEST_F(PlayerTest, ErrorMidStreamEndsPlaybackWithItsWords) {
+    auto server = std::make_unique<TestHttpServer>();
+    Serve(*server, "audio.ogg", Media().Audio(), 2048, 100);
+    ASSERT_TRUE(Play(server->Url("/audio.ogg"))) << FirstBox();
+    server.reset(); // gone in the middle of the stream
+    EXPECT_TRUE(PumpUntilStopped(20));
+    EXPECT_EQ(1, m_frame.m_stops);
+    EXPECT_EQ(nullptr, m_player->m_pGraph);
+    ASSERT_EQ(1u, m_boxes.Texts().size());
+    EXPECT_EQ(0, m_boxes.Texts()[0].Find(u"Playback Error - ")) << FirstBox();
+    EXPECT_GT(m_boxes.Texts()[0].GetLength(), 20);
+}
+
+TEST_F(PlayerTest, RtspStreamsRunWithinTheStateWait) {
+    TestRtspServer server;
+    for (const char* scheme : {"rtsp", "rtspt"}) {
+        ASSERT_TRUE(Play(server.Url(scheme))) << scheme << ": " << FirstBox();
+        EXPECT_TRUE(m_player->m_bStream);
+        EXPECT_NE(nullptr, m_player->m_pLavVid);
+        EXPECT_NE(nullptr, m_player->m_pLavAud);
+        // A live stream has no length, and so no position on the bar; but it plays.
+        EXPECT_EQ(0, m_player->m_duration);
+        int perMille = 0, seconds = 0;
+        EXPECT_FALSE(m_player->GetPosition(perMille, seconds));
+        EXPECT_TRUE(PollFor(5000, [&] { return PositionSeconds() > 0.5; })) << scheme;
+    }
+}
