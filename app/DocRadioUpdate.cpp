@@ -15,9 +15,9 @@ BOOL COrvexDoc::ChooseRadioServer() {
         return TRUE;
     const CString listUrl =
         m_serverListUrl.IsEmpty() ? CString(RB_SERVER_LIST_URL) : m_serverListUrl;
+    CWaitCursor wait;
     CString message;
     CStringArray servers;
-    CWaitCursor wait;
     if (!m_radioDb.GetServers(listUrl, m_dataFolder + u"/results.txt", &message, &servers)) {
         wait.Restore();
         AfxMessageBox(message);

@@ -17,6 +17,16 @@ inline constexpr const char16_t* kCaCertRelativePath = u"/Curl_Local/bin/cacert.
 // The user agent of transfers made for background jobs.
 inline constexpr const char* kJobUserAgent = "Orvex application";
 
+// Limits that keep a transfer from hanging or wandering: a transfer that
+// moves less than a byte a second for the stall time ends with libcurl's time-out,
+// at most kMaxRedirects redirects are followed, and only to http and https
+// (from https only to https).
+constexpr long kMaxRedirects = 10;
+constexpr long kDefaultStallSeconds = 30;
+// The stall time of every transfer of this process; tests shorten it.
+void SetTransferStallSeconds(long seconds);
+long GetTransferStallSeconds();
+
 // One option handed to libcurl: a number, a text, a pointer or a callback,
 // whichever the option takes.
 struct CurlOption {
@@ -44,6 +54,9 @@ public:
     // canceled by user.". Without it the blocking road asks libcurl for no
     // progress at all.
     std::function<bool(uint64_t received, uint64_t total)> m_watch;
+    // A crossed limit ends the transfer without a message box: for bodies
+    // that nobody reads.
+    BOOL m_bQuietLimit = FALSE;
 
     // Blocks until the transfer ends; nonzero when libcurl reported success,
     // whatever the HTTP status. maxBytes 0 means no limit.

@@ -22,6 +22,8 @@ PACKAGES=(
   googletest libgtest-dev libgmock-dev libbenchmark-dev xvfb xauth libgstrtspserver-1.0-dev
   # checks of the installed program's desktop entry and description
   desktop-file-utils appstream
+  # the search benchmark's comparison only
+  libsqlite3-dev
 )
 
 missing=()

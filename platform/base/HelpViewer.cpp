@@ -21,8 +21,7 @@ HelpViewerHook SetHelpViewerHook(HelpViewerHook hook) {
 }
 
 BOOL HtmlHelpW(const CString& page, const CString& anchor) {
-    const CString path =
-        AfxGetAppContext().GetStartDirectory() + u"/" + kHelpFolder + u"/" + page;
+    const CString path = AfxGetAppContext().GetStartDirectory() + u"/" + kHelpFolder + u"/" + page;
     CFileStatus status;
     if (!CFile::GetStatus(path, status)) {
         CString text;

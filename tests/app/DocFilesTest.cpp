@@ -38,19 +38,50 @@ TEST(SaveContents, WritesTheSmallExampleAndAnEmptyTreeAsEightBytes) {
     EXPECT_FALSE(doc.m_bContentsChanged);
 }
 
-TEST(SaveContents, FailuresAreReportedAndGiveZero) {
+TEST(SaveContents, AFailedSaveLeavesEveryLibraryFileByteForByte) {
     TempDir dir;
     COrvexDoc doc;
+    doc.m_dataFolder = dir.Str();
     FillLibrary(doc);
+    CStation station;
+    station.m_name = u"Radio";
+    doc.m_radioDb.m_stations.Add(station);
+    ASSERT_TRUE(doc.SaveContents(dir.File("OrvexContents.dat")));
+    ASSERT_TRUE(doc.SaveUserData(dir.File("OrvexUser.dat")));
+    ASSERT_TRUE(doc.SaveRadioDb());
+    const std::string contents = TempDir::Read(dir / "OrvexContents.dat");
+    const std::string user = TempDir::Read(dir / "OrvexUser.dat");
+    const std::string radio = TempDir::Read(dir / "RadioBrowse.dat");
+
+    const CNodeArray news = MakePath({{u"News", 1}});
+    for (int i = 0; i < 500; ++i) {
+        doc.m_contents.AddItem(news, MakeItem(u"World", MEDIA_AUDIO_URL, {u"News"}), FALSE);
+        doc.m_radioDb.m_stations.Add(station);
+    }
+    doc.m_videoFolder = CString(u"/a/folder/long/enough/to/pass/the/limit");
     MessageBoxRecorder boxes;
-    // Can't open: the report names the file.
-    EXPECT_FALSE(doc.SaveContents(dir.File("no/such/folder/c.dat")));
-    ASSERT_EQ(boxes.Boxes().size(), 1u);
-    EXPECT_NE(boxes.Texts()[0].Find(dir.File("no/such/folder/c.dat")), -1);
-    // A write error on the way (a full disk) is reported too.
+    {
+        // Smaller than each new file: every save fails half way.
+        ScopedFileSizeLimit limit(user.size() - 20);
+        EXPECT_FALSE(doc.SaveContents(dir.File("OrvexContents.dat")));
+        EXPECT_FALSE(doc.SaveUserData(dir.File("OrvexUser.dat")));
+        EXPECT_FALSE(doc.SaveRadioDb());
+    }
+    EXPECT_EQ(TempDir::Read(dir / "OrvexContents.dat"), contents);
+    EXPECT_EQ(TempDir::Read(dir / "OrvexUser.dat"), user);
+    EXPECT_EQ(TempDir::Read(dir / "RadioBrowse.dat"), radio);
+    // The user data file stays silent about a failed write, as ever.
+    EXPECT_EQ(boxes.Texts(),
+              (std::vector<CString>{
+                  CString(u"Disk full while accessing ") + dir.File("OrvexContents.dat") + u".",
+                  CString(u"Disk full while accessing ") + dir.File("RadioBrowse.dat") + u"."}));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.Path()), {}), 3);
+
+    // A folder that isn't there: the report names the file.
     boxes.Clear();
-    EXPECT_FALSE(doc.SaveContents(CString(u"/dev/full")));
-    EXPECT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_FALSE(doc.SaveContents(dir.File("no/such/folder/c.dat")));
+    EXPECT_EQ(boxes.Texts(),
+              std::vector<CString>{dir.File("no/such/folder/c.dat") + u" was not found."});
 }
 
 TEST(LoadContents, LoadsShowsTheFavouritesAndTellsTreeThenList) {
@@ -282,7 +313,4 @@ TEST(UserData, NewerEmptyMissingOrCutFilesNeverSpeak) {
     // Only a file that can't be opened for writing is reported.
     EXPECT_FALSE(doc.SaveUserData(dir.File("no/folder/u.dat")));
     EXPECT_EQ(boxes.Boxes().size(), 1u);
-    boxes.Clear();
-    EXPECT_FALSE(doc.SaveUserData(CString(u"/dev/full")));
-    EXPECT_TRUE(boxes.Boxes().empty());
 }

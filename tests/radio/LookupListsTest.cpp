@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "bench/StationDirectoryWriter.h"
 #include "radio/RadioBrowseDb.h"
 #include "tests/radio/RadioTestSupport.h"
-#include "tests/support/StationDirectoryWriter.h"
 #include "tests/support/TempDir.h"
 
 namespace {

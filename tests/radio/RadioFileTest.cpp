@@ -148,7 +148,7 @@ TEST(RadioBrowseDb, AssignTablesCopiesTheFiveTablesOnly) {
     CRadioBrowseDb source;
     FillSmall(source);
     source.m_bFindName = TRUE;
-    source.m_results.Add(source.m_stations[0]);
+    source.m_results.AddStation(0);
     CRadioBrowseDb target;
     target.m_stations.Add(MakeStation(u"old", u"o", u"", u"", u"", u""));
     target.AssignTables(source);

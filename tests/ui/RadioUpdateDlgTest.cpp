@@ -6,10 +6,15 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QScrollBar>
+#include <QThread>
+#include <condition_variable>
 
+#include "bench/StationDirectoryWriter.h"
+#include "platform/base/AppContext.h"
+#include "platform/base/File.h"
+#include "platform/base/UserMessages.h"
 #include "platform/qt/QtGlue.h"
 #include "tests/support/PrintCString.h"
-#include "tests/support/StationDirectoryWriter.h"
 #include "tests/ui/RadioWindow.h"
 #include "ui/Commands.h"
 #include "ui/dialogs/RadioBrowseUpdateDlg.h"
@@ -34,8 +39,78 @@ CString Lines(std::initializer_list<CString> lines) {
     return text;
 }
 
+// The status slot with a handshake in place of the job's pauses: a new text
+// waits until the dialog has fetched the one before, so every text reaches
+// the status box once however slow the test machine is. A hook can hold the
+// job right behind one text.
+class StatusSlot : public IAppContext {
+public:
+    explicit StatusSlot(const CString& startDirectory) : m_start(startDirectory) {
+        AfxSetAppContext(this);
+    }
+    ~StatusSlot() override { AfxSetAppContext(nullptr); }
+
+    CString GetStartDirectory() const override { return m_start; }
+    void SetUpdateStatus(const CString& text) override {
+        {
+            std::unique_lock<std::mutex> lock(m_lock);
+            // The end handlers set texts on the interface thread, where the
+            // dialog has fetched everything the job posted before its end.
+            if (QThread::currentThread() != qApp->thread())
+                EXPECT_TRUE(m_changed.wait_for(lock, std::chrono::seconds(60),
+                                               [this] { return m_fetched; }));
+            m_text = text;
+            m_fetched = false;
+        }
+        if (onStatus)
+            onStatus(text);
+    }
+    BOOL GetUpdateStatus(CString& out) override {
+        std::lock_guard<std::mutex> lock(m_lock);
+        out = m_text;
+        m_fetched = true;
+        m_changed.notify_all();
+        return TRUE;
+    }
+
+    // On the job's thread, right after each text is set.
+    std::function<void(const CString&)> onStatus;
+
+private:
+    CString m_start;
+    std::mutex m_lock;
+    std::condition_variable m_changed;
+    CString m_text;
+    bool m_fetched = true;
+};
+
 class RadioUpdateDlgTest : public ::testing::Test {
 protected:
+    RadioUpdateDlgTest() { w.doc->m_radioDbNew.m_statusPauseMs = 0; }
+
+    // Holds the job right behind the status text `text` until the test has
+    // pressed Cancel on the dialog, as a user who reads it would. The text is
+    // brought to the dialog at once, and the job's own message for it then
+    // finds the status slot empty, which the dialog passes over.
+    void CancelAt(const CString& text) {
+        m_status.onStatus = [this, text](const CString& shown) {
+            if (shown != text)
+                return;
+            PostMessageW(w.doc->m_hwndUpdateDlg, UM_UPDATE_STATUS, 0, 0);
+            std::unique_lock<std::mutex> lock(m_lock);
+            EXPECT_TRUE(m_pressed.wait_for(lock, std::chrono::seconds(60),
+                                           [this] { return m_cancelPressed; }));
+            m_cancelPressed = false;
+            lock.unlock();
+            m_status.SetUpdateStatus(CString());
+        };
+    }
+    void CancelPressed() {
+        std::lock_guard<std::mutex> lock(m_lock);
+        m_cancelPressed = true;
+        m_pressed.notify_all();
+    }
+
     // The database the user has before the update, live and on disk.
     void InstallOldDatabase() {
         CRadioBrowseDb old;
@@ -59,7 +134,8 @@ protected:
             EXPECT_TRUE(Enabled(dlg, IDCANCEL));
             return true;
         });
-        script.Then("153", [&](QWidget* dlg) { return during(static_cast<CRadioBrowseUpdateDlg*>(dlg)); });
+        script.Then("153",
+                    [&](QWidget* dlg) { return during(static_cast<CRadioBrowseUpdateDlg*>(dlg)); });
         script.Then("153", [&](QWidget* dlg) {
             if (!Enabled(dlg, IDOK))
                 return false;
@@ -74,6 +150,10 @@ protected:
     }
 
     RadioWindow w;
+    StatusSlot m_status{GetCurrentDirectoryW()};
+    std::mutex m_lock;
+    std::condition_variable m_pressed;
+    bool m_cancelPressed = false;
     std::string m_oldBytes;
 };
 
@@ -92,23 +172,23 @@ TEST_F(RadioUpdateDlgTest, AWholeUpdateShowsEachStatusAndInstallsTheNewDatabase)
         // The box shows its last line.
         auto* box = Find<QPlainTextEdit>(dlg, STATUS);
         EXPECT_EQ(box->verticalScrollBar()->value(), box->verticalScrollBar()->maximum());
-        EXPECT_TRUE(box->toPlainText().endsWith(QStringLiteral("\nRadio Station Database update successfull.")));
+        EXPECT_TRUE(box->toPlainText().endsWith(
+            QStringLiteral("\nRadio Station Database update successfull.")));
         return true;
     });
     CString server;
     server.Format(u"  %s.", w.doc->m_serverUrl);
     CString stations;
     stations.Format(u"%d stations proccessed.", w.doc->m_radioDb.m_stations.GetSize());
-    EXPECT_EQ(text, Lines({u"Press the Update button to begin.", u"Updates are obtained from:",
-                           server, u"Getting Radio Browser station data from RB server.",
-                           u"Please wait.", u"Connecting to Radio Browser server.",
-                           u"Downloading Radio Browser data.", u"Please wait.",
-                           u"Download complete.", u"Proccessing Radio Browser station data.",
-                           u"Please wait.", stations, u"Loading countries.",
-                           u"Setting country codes.", u"Building tag list.",
-                           u"Building states list.", u"Loading languages.",
-                           u"Copying Radio Browser data.",
-                           u"Radio Station Database update successfull."}));
+    EXPECT_EQ(
+        text,
+        Lines({u"Press the Update button to begin.", u"Updates are obtained from:", server,
+               u"Getting Radio Browser station data from RB server.", u"Please wait.",
+               u"Connecting to Radio Browser server.", u"Downloading Radio Browser data.",
+               u"Please wait.", u"Download complete.", u"Proccessing Radio Browser station data.",
+               u"Please wait.", stations, u"Loading countries.", u"Setting country codes.",
+               u"Building tag list.", u"Building states list.", u"Loading languages.",
+               u"Copying Radio Browser data.", u"Radio Station Database update successfull."}));
     EXPECT_EQ(range, 30);
     EXPECT_EQ(position, 0);
     EXPECT_TRUE(w.Boxes().Texts().empty());
@@ -145,6 +225,7 @@ TEST_F(RadioUpdateDlgTest, ACancelAtEachStageLeavesTheOldDatabase) {
             w.server.Trickle(kStations, Directory(), 64 * 1024, 20);
         else
             w.server.Route(kStations, Directory());
+        CancelAt(CString(point.cancelAt));
         const CString text = RunUpdate([&](CRadioBrowseUpdateDlg* dlg) {
             if (dlg->m_text.Right(CString(point.cancelAt).GetLength()) != point.cancelAt)
                 return false;
@@ -155,6 +236,7 @@ TEST_F(RadioUpdateDlgTest, ACancelAtEachStageLeavesTheOldDatabase) {
                 Click(dlg, IDCANCEL);
             byEscape = !byEscape;
             EXPECT_TRUE(dlg->isVisible());
+            CancelPressed();
             return true;
         });
         CString tail;

@@ -15,8 +15,7 @@
 #include "platform/base/UserMessages.h"
 #include "platform/qt/QtGlue.h"
 
-CRadioBrowseUpdateDlg::CRadioBrowseUpdateDlg(QWidget* parent, COrvexDoc* doc,
-                                             const CString& server)
+CRadioBrowseUpdateDlg::CRadioBrowseUpdateDlg(QWidget* parent, COrvexDoc* doc, const CString& server)
     : COrvexDialog(parent, QStringLiteral("153")), m_pDoc(doc), m_server(server) {
     setWindowTitle(QStringLiteral("Update Radio Station Database"));
     // No close box: while a job runs only Cancel may be asked for.
