@@ -18,6 +18,11 @@
 #include "platform/base/FileDialog.h"
 #include "platform/qt/QtGlue.h"
 
+// Texts of Qt in test failures as the words they are.
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+
 inline QApplication& TestApp() {
     static int argc = 1;
     static char name[] = "test_ui_dialogs";

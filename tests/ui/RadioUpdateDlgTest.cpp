@@ -56,9 +56,11 @@ public:
             std::unique_lock<std::mutex> lock(m_lock);
             // The end handlers set texts on the interface thread, where the
             // dialog has fetched everything the job posted before its end.
-            if (QThread::currentThread() != qApp->thread())
-                EXPECT_TRUE(m_changed.wait_for(lock, std::chrono::seconds(60),
-                                               [this] { return m_fetched; }));
+            if (QThread::currentThread() != qApp->thread()) {
+                const bool fetched = m_changed.wait_for(lock, std::chrono::seconds(60),
+                                                        [this] { return m_fetched; });
+                EXPECT_TRUE(fetched);
+            }
             m_text = text;
             m_fetched = false;
         }

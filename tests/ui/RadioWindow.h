@@ -27,6 +27,11 @@ public:
         for (const char* file :
              {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
             TempDir::Write(m_start + "/" + file, "");
+        // The filters and the manual, as the build stages them.
+        for (const char* folder : {"LAV", "OrvexHelp"}) {
+            std::filesystem::create_directory_symlink(
+                std::string(getenv("ORVEX_STAGE_DIR")) + "/" + folder, m_start + "/" + folder);
+        }
         m_cwd = std::make_unique<ScopedCurrentDir>(m_start);
         m_env = std::make_unique<ScopedEnv>("XDG_DATA_HOME", m_root / "data");
         m_boxes = std::make_unique<MessageBoxRecorder>();
@@ -43,6 +48,7 @@ public:
     ~RadioWindow() { m_app.reset(); }
 
     MessageBoxRecorder& Boxes() { return *m_boxes; }
+    const std::string& StartDir() const { return m_start; }
     std::string DataFile(const char* name) const { return doc->m_dataFolder.ToUtf8() + "/" + name; }
 
     TempDir m_root;

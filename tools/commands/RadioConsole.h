@@ -10,6 +10,7 @@
 
 #include "platform/base/AppContext.h"
 #include "platform/base/File.h"
+#include "platform/base/StartDirectory.h"
 #include "platform/base/UserMessages.h"
 #include "platform/base/Window.h"
 
@@ -48,7 +49,7 @@ class CConsoleStatus : public IAppContext {
 public:
     CConsoleStatus() { AfxSetAppContext(this); }
     ~CConsoleStatus() override { AfxSetAppContext(nullptr); }
-    CString GetStartDirectory() const override { return GetCurrentDirectoryW(); }
+    CString GetStartDirectory() const override { return FindStartDirectory(); }
     void SetUpdateStatus(const CString& text) override {
         std::lock_guard<std::mutex> lock(m_lock);
         m_text = text;

@@ -12,6 +12,7 @@
 #include "ui/dialogs/LavSetupDlg.h"
 #include "ui/dialogs/NewTopicDlg.h"
 #include "ui/dialogs/RadioBrowseUpdateDlg.h"
+#include "ui/dialogs/RbSearchDlg.h"
 #include "ui/dialogs/TransferProgressDlg.h"
 
 namespace {
@@ -77,4 +78,7 @@ void CDocDialogs::RunRadioUpdateDialog(const CString& server) {
     dialog.DoModal();
 }
 
-void CDocDialogs::RunRadioSearchDialog() {}
+void CDocDialogs::RunRadioSearchDialog() {
+    CRbSearchDlg dialog(m_parent, &m_doc);
+    dialog.DoModal();
+}

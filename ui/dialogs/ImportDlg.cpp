@@ -19,25 +19,6 @@ namespace {
 
 const QString kImportedMedia = QStringLiteral("Imported Media");
 
-// The part of the dialog that scrolls: it keeps its own height, however low
-// the dialog gets, and is moved only by the scroller.
-class ScrolledArea : public QWidget {
-public:
-    ScrolledArea(QWidget* parent, QWidget* body) : QWidget(parent), m_body(body) {
-        body->setParent(this);
-    }
-    QSize sizeHint() const override { return m_body->sizeHint(); }
-    QSize minimumSizeHint() const override { return QSize(m_body->minimumSizeHint().width(), 0); }
-
-protected:
-    void resizeEvent(QResizeEvent*) override {
-        m_body->resize(width(), std::max(m_body->sizeHint().height(), height()));
-    }
-
-private:
-    QWidget* m_body;
-};
-
 } // namespace
 
 CImportDlg::CImportDlg(QWidget* parent) : COrvexDialog(parent, QStringLiteral("CImportDlg")) {
@@ -82,7 +63,7 @@ CImportDlg::CImportDlg(QWidget* parent) : COrvexDialog(parent, QStringLiteral("C
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
-    layout->addWidget(new ScrolledArea(this, body), 1);
+    layout->addWidget(new CScrolledArea(this, body), 1);
     layout->addWidget(bar);
     m_scroller = new CDialogScroller(this, body, bar);
 
