@@ -90,8 +90,8 @@ void CRbSearchDlg::OnColumnClick(int column) {
         header->setSortIndicatorShown(false);
     } else {
         header->setSortIndicatorShown(true);
-        header->setSortIndicator(column, m_bSortAscending ? Qt::AscendingOrder
-                                                          : Qt::DescendingOrder);
+        header->setSortIndicator(column,
+                                 m_bSortAscending ? Qt::AscendingOrder : Qt::DescendingOrder);
     }
     // Whichever heading it was, the next sort goes the other way.
     m_bSortAscending = !m_bSortAscending;

@@ -176,7 +176,8 @@ CRbSearchDlg::CRbSearchDlg(QWidget* parent, COrvexDoc* doc)
 
     auto* bodyLayout = new QVBoxLayout(body);
     bodyLayout->addWidget(new QLabel(
-        QStringLiteral("All Criteria entered below will be searched for and must be found."), body));
+        QStringLiteral("All Criteria entered below will be searched for and must be found."),
+        body));
     bodyLayout->addLayout(criteria);
     bodyLayout->addSpacing(8);
     bodyLayout->addWidget(m_resultLine);
@@ -291,9 +292,9 @@ bool CRbSearchDlg::UpdateData(bool save) {
     m_stateName = FromQString(m_stateBox->currentText());
     ExchangeText(m_nameEdit, m_nameWords, true);
     ExchangeText(m_topicEdit, m_topicName, true);
-    for (auto [edit, field] : {std::pair{m_clicksEdit, &m_minClicks},
-                               std::pair{m_votesEdit, &m_minVotes},
-                               std::pair{m_maxEdit, &m_maxResults}}) {
+    for (auto [edit, field] :
+         {std::pair{m_clicksEdit, &m_minClicks}, std::pair{m_votesEdit, &m_minVotes},
+          std::pair{m_maxEdit, &m_maxResults}}) {
         int32_t value = 0;
         const char16_t* refusal = nullptr;
         if (!ReadInteger(edit->text(), value))
