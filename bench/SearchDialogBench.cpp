@@ -51,8 +51,8 @@ void Report(const char* what, const Figures& f, double target) {
     const bool ok = f.worst < target;
     g_failures += !ok;
     const QByteArray padded = QString::fromUtf8(what).leftJustified(52).toUtf8();
-    printf("%s median %7.2f ms, worst %7.2f ms (target < %.0f) %s\n", padded.constData(),
-           f.median, f.worst, target, ok ? "ok" : "MISSED");
+    printf("%s median %7.2f ms, worst %7.2f ms (target < %.0f) %s\n", padded.constData(), f.median,
+           f.worst, target, ok ? "ok" : "MISSED");
 }
 
 template <typename Control>
@@ -124,16 +124,17 @@ int main(int argc, char** argv) {
         QTest::keyClick(name, Qt::Key_Return);
         const int rows = table->model()->rowCount();
         QHeaderView* header = table->horizontalHeader();
-        for (int column : {CStationTableModel::NAME, CStationTableModel::VOTES,
-                           CStationTableModel::CLICKS}) {
+        for (int column :
+             {CStationTableModel::NAME, CStationTableModel::VOTES, CStationTableModel::CLICKS}) {
             const Figures f = Measure(10, [&] {
                 emit header->sectionClicked(column);
                 shown();
             });
             char what[96];
-            snprintf(what, sizeof what, "heading \"%s\" over %d rows",
-                     header->model()->headerData(column, Qt::Horizontal).toString().toUtf8().constData(),
-                     rows);
+            snprintf(
+                what, sizeof what, "heading \"%s\" over %d rows",
+                header->model()->headerData(column, Qt::Horizontal).toString().toUtf8().constData(),
+                rows);
             Report(what, f, 60);
         }
         if (rows < 50000) {

@@ -79,7 +79,8 @@ int main(int argc, char** argv) {
     fs::create_directories(start);
     for (const char* file : {"RadioBrowse_CC.txt", "RadioBrowse_LC.txt"})
         fs::copy_file(source + "/deploy/" + file, start / file);
-    for (const char* file : {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
+    for (const char* file :
+         {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
         TempDir::Write((start / file).string(), "");
     fs::create_directory_symlink(stage + "/LAV", start / "LAV");
     fs::current_path(start);
@@ -150,7 +151,8 @@ int main(int argc, char** argv) {
             Child<QPushButton>(dlg, 2)->click();
             return false;
         }
-        if (Child<QPushButton>(dlg, 1)->isEnabled() && update->m_text.Find(CString(u"failed.")) >= 0) {
+        if (Child<QPushButton>(dlg, 1)->isEnabled() &&
+            update->m_text.Find(CString(u"failed.")) >= 0) {
             Child<QPushButton>(dlg, 1)->click();
             return true;
         }
