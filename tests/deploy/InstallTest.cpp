@@ -3,37 +3,22 @@
 // itself from any working directory, and describes itself to the desktop in
 // files the desktop's own checkers accept.
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 #include <cstdio>
 #include <filesystem>
 #include <regex>
 #include <string>
 
+#include "tests/support/OrvexctlRun.h"
 #include "tests/support/TempDir.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-struct ShellRun {
-    int exitCode = -1;
-    std::string out;
-};
-
 // Runs a shell command line; its standard error joins the output.
-ShellRun Shell(const std::string& command) {
-    ShellRun run;
-    FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-    if (!pipe)
-        return run;
-    char buffer[4096];
-    size_t n;
-    while ((n = fread(buffer, 1, sizeof buffer, pipe)) > 0)
-        run.out.append(buffer, n);
-    const int status = pclose(pipe);
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
+CtlRun Shell(const std::string& command) {
+    return RunCommand(command + " 2>&1");
 }
 
 std::string Quote(const std::string& text) {
@@ -45,8 +30,8 @@ std::string Quote(const std::string& text) {
 int CountriesSeenFrom(const std::string& workingDirectory, const std::string& orvexctl) {
     const std::string fixture =
         std::string(getenv("ORVEX_SOURCE_DIR")) + "/fixtures/radio-stations-sample-500.xml";
-    const ShellRun run = Shell("cd " + Quote(workingDirectory) + " && " + Quote(orvexctl) +
-                               " radio-build " + Quote(fixture) + " out.dat");
+    const CtlRun run = Shell("cd " + Quote(workingDirectory) + " && " + Quote(orvexctl) +
+                             " radio-build " + Quote(fixture) + " out.dat");
     std::smatch match;
     if (!std::regex_search(run.out, match, std::regex(R"(stations, (\d+) countries)"))) {
         ADD_FAILURE() << run.out;
@@ -59,9 +44,8 @@ int CountriesSeenFrom(const std::string& workingDirectory, const std::string& or
 
 TEST(Install, TheInstalledProgramRunsAndFindsItsFilesBesideItself) {
     TempDir prefix;
-    const ShellRun install =
-        Shell(Quote(ORVEX_TEST_CMAKE) + " --install " + Quote(ORVEX_TEST_BUILD_DIR) + " --prefix " +
-              Quote(prefix.Path()));
+    const CtlRun install = Shell(Quote(ORVEX_TEST_CMAKE) + " --install " +
+                                 Quote(ORVEX_TEST_BUILD_DIR) + " --prefix " + Quote(prefix.Path()));
     ASSERT_EQ(install.exitCode, 0) << install.out;
 
     const fs::path start = prefix.Path() / ORVEX_TEST_INSTALL_START_DIR;
@@ -89,8 +73,8 @@ TEST(Install, TheInstalledProgramRunsAndFindsItsFilesBesideItself) {
         fs::is_regular_file(share / "icons/hicolor/scalable/apps/io.sourceforge.orvex.svg"));
 
     // --version answers without a display.
-    const ShellRun version = Shell("cd / && env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM " +
-                                   Quote((prefix.Path() / "bin/orvex").string()) + " --version");
+    const CtlRun version = Shell("cd / && env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM " +
+                                 Quote((prefix.Path() / "bin/orvex").string()) + " --version");
     EXPECT_EQ(version.exitCode, 0);
     EXPECT_EQ(version.out, "Orvex 0.9.0.0\n");
 
@@ -108,12 +92,12 @@ TEST(Install, TheInstalledProgramRunsAndFindsItsFilesBesideItself) {
     EXPECT_EQ(CountriesSeenFrom(elsewhere.Path(), installedCtl), 0);
 
     // The desktop's checkers accept the menu entry and the description.
-    const ShellRun desktop =
+    const CtlRun desktop =
         Shell("desktop-file-validate " +
               Quote((share / "applications/io.sourceforge.orvex.desktop").string()));
     EXPECT_EQ(desktop.exitCode, 0) << desktop.out;
     EXPECT_EQ(desktop.out, "");
-    const ShellRun metainfo =
+    const CtlRun metainfo =
         Shell("appstreamcli validate --no-net --pedantic " +
               Quote((share / "metainfo/io.sourceforge.orvex.metainfo.xml").string()));
     EXPECT_EQ(metainfo.exitCode, 0) << metainfo.out;

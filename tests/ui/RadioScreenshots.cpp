@@ -22,6 +22,7 @@
 #include "app/OrvexDoc.h"
 #include "bench/StationDirectoryWriter.h"
 #include "platform/qt/QtGlue.h"
+#include "tests/support/StartDirectory.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/TestHttpServer.h"
 #include "ui/Commands.h"
@@ -71,18 +72,13 @@ int main(int argc, char** argv) {
     }
     const fs::path output = fs::absolute(argv[1]);
     const std::string source = ORVEX_SCREENSHOT_SOURCE_DIR;
-    const std::string stage = ORVEX_SCREENSHOT_STAGE_DIR;
 
     // A start directory of its own, as the tests make one, and a fresh data folder.
     TempDir root;
     const fs::path start = root.Path() / "start";
-    fs::create_directories(start);
-    for (const char* file : {"RadioBrowse_CC.txt", "RadioBrowse_LC.txt"})
-        fs::copy_file(source + "/deploy/" + file, start / file);
-    for (const char* file :
-         {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
-        TempDir::Write((start / file).string(), "");
-    fs::create_directory_symlink(stage + "/LAV", start / "LAV");
+    setenv("ORVEX_SOURCE_DIR", source.c_str(), 0);
+    setenv("ORVEX_STAGE_DIR", ORVEX_SCREENSHOT_STAGE_DIR, 0);
+    MakeStartDirectory(start, true);
     fs::current_path(start);
     setenv("XDG_DATA_HOME", (root.Path() / "data").c_str(), 1);
 

@@ -8,6 +8,7 @@
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
 #include "tests/support/MessageBoxRecorder.h"
+#include "tests/support/StartDirectory.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/TestHttpServer.h"
 #include "tests/ui/DialogTestSupport.h"
@@ -19,19 +20,8 @@ public:
         TestApp();
         // Posted window messages ride on the Qt event loop, as in the program.
         InstallQtPlatformGlue();
-        std::filesystem::create_directories(m_start);
-        for (const char* file : {"RadioBrowse_CC.txt", "RadioBrowse_LC.txt"}) {
-            std::filesystem::copy_file(std::string(getenv("ORVEX_SOURCE_DIR")) + "/deploy/" + file,
-                                       m_start + "/" + file);
-        }
-        for (const char* file :
-             {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
-            TempDir::Write(m_start + "/" + file, "");
-        // The filters and the manual, as the build stages them.
-        for (const char* folder : {"LAV", "OrvexHelp"}) {
-            std::filesystem::create_directory_symlink(
-                std::string(getenv("ORVEX_STAGE_DIR")) + "/" + folder, m_start + "/" + folder);
-        }
+        // The filters and the manual as the build stages them.
+        MakeStartDirectory(m_start, true);
         m_cwd = std::make_unique<ScopedCurrentDir>(m_start);
         m_env = std::make_unique<ScopedEnv>("XDG_DATA_HOME", m_root / "data");
         m_boxes = std::make_unique<MessageBoxRecorder>();

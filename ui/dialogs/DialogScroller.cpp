@@ -1,5 +1,6 @@
 #include "ui/dialogs/DialogScroller.h"
 
+#include <QHBoxLayout>
 #include <QScrollBar>
 #include <QWidget>
 #include <algorithm>
@@ -115,4 +116,14 @@ QSize CScrolledArea::minimumSizeHint() const {
 
 void CScrolledArea::resizeEvent(QResizeEvent*) {
     m_body->resize(width(), std::max(m_body->sizeHint().height(), height()));
+}
+
+CDialogScroller* MakeScrollingBody(QWidget* dialog, QWidget* body) {
+    auto* bar = new QScrollBar(Qt::Vertical, dialog);
+    auto* layout = new QHBoxLayout(dialog);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(new CScrolledArea(dialog, body), 1);
+    layout->addWidget(bar);
+    return new CDialogScroller(dialog, body, bar);
 }

@@ -65,3 +65,7 @@ protected:
 private:
     QWidget* m_body;
 };
+
+// Lays `dialog` out as the scrolling `body` beside a vertical bar, and gives
+// the scroller that moves it.
+CDialogScroller* MakeScrollingBody(QWidget* dialog, QWidget* body);

@@ -59,13 +59,7 @@ CImportDlg::CImportDlg(QWidget* parent) : COrvexDialog(parent, QStringLiteral("C
     bodyLayout->addWidget(m_topicEdit);
     bodyLayout->addWidget(MakeOkCancel());
 
-    auto* bar = new QScrollBar(Qt::Vertical, this);
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(new CScrolledArea(this, body), 1);
-    layout->addWidget(bar);
-    m_scroller = new CDialogScroller(this, body, bar);
+    m_scroller = MakeScrollingBody(this, body);
 
     connect(m_datCheck, &QCheckBox::clicked, this, &CImportDlg::OnDat);
     connect(m_textCheck, &QCheckBox::clicked, this, &CImportDlg::OnText);

@@ -184,13 +184,7 @@ CRbSearchDlg::CRbSearchDlg(QWidget* parent, COrvexDoc* doc)
     bodyLayout->addWidget(m_table, 1);
     bodyLayout->addLayout(importRow);
 
-    auto* bar = new QScrollBar(Qt::Vertical, this);
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(new CScrolledArea(this, body), 1);
-    layout->addWidget(bar);
-    m_scroller = new CDialogScroller(this, body, bar);
+    m_scroller = MakeScrollingBody(this, body);
     m_scroller->m_lineDivisor = 10;
     m_scroller->m_topWhenHigh = true;
 
