@@ -16,10 +16,10 @@ void COrvexDoc::RefreshDisplay(BOOL rebuildFavorites, BOOL showFavorites, const 
         m_displayTopic.SetName(CString(kFavoritesName));
         m_displayTopic.m_media = m_favorites;
         m_bFavoritesView = TRUE;
-    } else if (pTopic) {
-        // A copy first: the topic handed in may be the display topic itself.
-        CTopic copy = *pTopic;
-        m_displayTopic = std::move(copy);
+    } else if (pTopic && pTopic != &m_displayTopic) {
+        // Assigned in place: the strings of the rows shown before are reused,
+        // which matters for a topic of many thousand items.
+        m_displayTopic = *pTopic;
     }
     // The tree goes first, so that the list is built against the new tree.
     if (updateTree)

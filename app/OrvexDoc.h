@@ -190,6 +190,17 @@ public:
     // "Orvex Help": the manual's contents in the desktop's browser.
     void OnHelp();
 
+    // Folders and drives (DocFolders.cpp). A shown folder is a made-up
+    // topic: its media files as items, its sub-folders as child topics,
+    // never stored.
+    void ShowDiscFolder(const CString& folder);
+    BOOL AddFolderFile(const CString& folder, const CString& name, CMediaArray* items);
+    void AddFolderTopic(const CString& fullPath, CTopicArray* topics);
+    BOOL IsMediaFile(const CString& name);
+    // "Add Files...": files picked by the user become items of the topic,
+    // of the topic's type; those the topic holds already are left out.
+    void AddMediaFiles(const CNodeArray& topicPath, MediaType type);
+
 private:
     void PlaceImported(const CMediaArray& items, const CString& topic, int* count);
     BOOL ReadPlaylist(BOOL pls, const CString& source, const CString& topic, int* count);

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/BenchMedia.h"
 #include "platform/media/GraphSettings.h"
 #include "platform/media/GstFilter.h"
 #include "player/LavSetup.h"
@@ -38,23 +39,6 @@ public:
     void EndWaitCursor() override {}
     const CLavSetup& GetLavSetup() const override { return m_setup; }
 };
-
-bool Encode(const std::string& description) {
-    GstElement* p = gst_parse_launch(description.c_str(), nullptr);
-    if (!p)
-        return false;
-    gst_element_set_state(p, GST_STATE_PLAYING);
-    GstBus* bus = gst_element_get_bus(p);
-    GstMessage* m = gst_bus_timed_pop_filtered(
-        bus, 120 * GST_SECOND, static_cast<GstMessageType>(GST_MESSAGE_EOS | GST_MESSAGE_ERROR));
-    bool ok = m && GST_MESSAGE_TYPE(m) == GST_MESSAGE_EOS;
-    if (m)
-        gst_message_unref(m);
-    gst_object_unref(bus);
-    gst_element_set_state(p, GST_STATE_NULL);
-    gst_object_unref(p);
-    return ok;
-}
 
 std::string UriOf(const std::string& path) {
     if (path.find("://") != std::string::npos)

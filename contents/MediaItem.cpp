@@ -1,6 +1,8 @@
 #include "contents/MediaItem.h"
 
 #include <algorithm>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -96,13 +98,29 @@ BOOL CMediaArray::Contains(const CMediaItem& item) const {
 }
 
 void CMediaArray::SortByName(BOOL ascending) {
+    // Each name is folded once, and the items are moved once: comparing
+    // folded keys is what sorts many thousand items at once.
     auto& items = Items();
+    struct Key {
+        std::u16string folded;
+        size_t index;
+    };
+    std::vector<Key> keys(items.size());
+    for (size_t i = 0; i < items.size(); ++i) {
+        const std::u16string& name = items[i].m_name.str();
+        keys[i].folded.resize(name.size());
+        std::transform(name.begin(), name.end(), keys[i].folded.begin(), ToLowerUnit);
+        keys[i].index = i;
+    }
     if (ascending)
-        std::sort(items.begin(), items.end(), [](const CMediaItem& a, const CMediaItem& b) {
-            return a.m_name.CompareNoCase(b.m_name) < 0;
-        });
+        std::sort(keys.begin(), keys.end(),
+                  [](const Key& a, const Key& b) { return a.folded < b.folded; });
     else
-        std::sort(items.begin(), items.end(), [](const CMediaItem& a, const CMediaItem& b) {
-            return b.m_name.CompareNoCase(a.m_name) < 0;
-        });
+        std::sort(keys.begin(), keys.end(),
+                  [](const Key& a, const Key& b) { return b.folded < a.folded; });
+    std::vector<CMediaItem> sorted;
+    sorted.reserve(items.size());
+    for (const Key& key : keys)
+        sorted.push_back(std::move(items[key.index]));
+    items = std::move(sorted);
 }

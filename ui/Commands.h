@@ -1,5 +1,8 @@
 // Menu command ids.
 #pragma once
+#include <functional>
+
+#include "platform/base/CString.h"
 
 class CMainFrame;
 class COrvexDoc;
@@ -29,3 +32,6 @@ constexpr int ID_ABOUT = 57664;
 // Help, and gives the document its dialogs, which the panes' editing commands
 // use as well (ItemDialogCommands.cpp).
 void ConnectItemDialogCommands(CMainFrame& frame, COrvexDoc& doc);
+// What the frame's drive watcher calls when the system's drives changed:
+// the document hears of each drive root that came or went (DriveEvents.cpp).
+std::function<void(const CString&, BOOL)> DriveEventsFor(COrvexDoc& doc);

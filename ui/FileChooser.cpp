@@ -28,10 +28,36 @@ QStringList QtNameFilters(const CString& filter) {
     return filters;
 }
 
+namespace {
+
+void PrepareOpenPicker(QFileDialog& dialog, const FileDialogRequest& request) {
+    dialog.setNameFilters(QtNameFilters(request.filter));
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    if (!request.title.IsEmpty())
+        dialog.setWindowTitle(ToQString(request.title));
+    if (!request.initialFolder.IsEmpty())
+        dialog.setDirectory(ToQString(request.initialFolder));
+}
+
+} // namespace
+
 void InstallFileChooser() {
+    SetMultiFileDialogHook([](const FileDialogRequest& request, CStringArray& paths) -> BOOL {
+        QFileDialog dialog(QApplication::activeWindow());
+        PrepareOpenPicker(dialog, request);
+        dialog.setFileMode(QFileDialog::ExistingFiles);
+        if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+            return FALSE;
+        paths.RemoveAll();
+        for (const QString& file : dialog.selectedFiles())
+            paths.Add(FromQString(file));
+        return TRUE;
+    });
     SetFileDialogHook([](const FileDialogRequest& request, CString& path) -> BOOL {
         QFileDialog dialog(QApplication::activeWindow());
         dialog.setNameFilters(QtNameFilters(request.filter));
+        if (!request.title.IsEmpty())
+            dialog.setWindowTitle(ToQString(request.title));
         if (request.open) {
             dialog.setAcceptMode(QFileDialog::AcceptOpen);
             dialog.setFileMode(QFileDialog::ExistingFile);

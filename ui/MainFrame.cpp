@@ -1,32 +1,68 @@
 #include "ui/MainFrame.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QStatusBar>
 
+#include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
+#include "platform/media/GraphSettings.h"
+#include "platform/qt/DriveWatcher.h"
 #include "platform/qt/QtGlue.h"
 #include "ui/AboutDlg.h"
 #include "ui/AppIcon.h"
 #include "ui/Commands.h"
+#include "ui/ControlsBar.h"
+#include "ui/SplitterView.h"
+#include "ui/VideoView.h"
+#include "ui/WindowHandles.h"
+
+CMainFrame* GetOrvexFrame() {
+    return dynamic_cast<CMainFrame*>(GetMainFrame());
+}
 
 CMainFrame::CMainFrame(COrvexDoc& document) : m_document(document) {
     setWindowTitle(QStringLiteral("Orvex"));
     setWindowIcon(OrvexIcon());
     setObjectName(QStringLiteral("MainFrame"));
     resize(1000, 680);
+    // The pipeline draws the picture into the native window behind a handle.
+    SetNativeWindowResolver(NativeWindowFromHwnd);
+    SetNativeWindowPlacer(
+        [](HWND owner, long left, long top, long width, long height, bool visible) {
+            if (auto* view = qobject_cast<COrvexVideoView*>(WidgetFromHwnd(owner)))
+                view->PlacePicture(left, top, width, height, visible);
+        });
 
     QStatusBar* status = statusBar();
     status->setObjectName(QStringLiteral("59393"));
-    status->hide();
 
-    setCentralWidget(new QWidget(this));
+    m_wndControls = new CControlsBar(this);
+    addToolBar(Qt::TopToolBarArea, m_wndControls);
+
+    m_pSplitterView = new COrvexSplitterView(&m_document, this);
+    setCentralWidget(m_pSplitterView);
+    status->hide();
     CreateMenus();
+
+    // A volume that comes or goes reaches the document as the drive root
+    // the panes know, and the document tells them and ends disc playback
+    // when a disc went.
+    m_driveWatcher = std::make_unique<CDriveWatcher>(DriveEventsFor(m_document));
+    m_driveWatcher->AddSystemSources();
+
+    // Command groups that live in their own files connect themselves here.
     ConnectItemDialogCommands(*this, m_document);
 }
 
-CMainFrame::~CMainFrame() = default;
+CMainFrame::~CMainFrame() {
+    // A window that goes while something plays takes the pipeline with it,
+    // so nothing draws into a window that no longer exists.
+    if (m_player.m_pGraph)
+        m_player.CleanPlayback();
+}
 
 QAction* CMainFrame::AddCommand(QMenu* menu, int id, const QString& text) {
     // A tab in the text separates the shortcut hint, shown on the right.
@@ -48,8 +84,12 @@ QAction* CMainFrame::AddCommand(QMenu* menu, int id, const QString& text) {
 
 void CMainFrame::CreateMenus() {
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
-    AddCommand(file, ID_FILE_OPEN, QStringLiteral("&Open Media File...\tCtrl+O"));
-    AddCommand(file, ID_OPEN_MEDIA_URL, QStringLiteral("Open Media URL"));
+    QAction* open = AddCommand(file, ID_FILE_OPEN, QStringLiteral("&Open Media File...\tCtrl+O"));
+    open->setEnabled(true);
+    connect(open, &QAction::triggered, this, &CMainFrame::OnOpenMediaFile);
+    QAction* openUrl = AddCommand(file, ID_OPEN_MEDIA_URL, QStringLiteral("Open Media URL"));
+    openUrl->setEnabled(true);
+    connect(openUrl, &QAction::triggered, this, &CMainFrame::OnOpenMediaUrl);
     QAction* save = AddCommand(file, ID_SAVE_CONTENTS, QStringLiteral("Save Contents"));
     save->setStatusTip(QStringLiteral("Save any changes to the Contents"));
     save->setEnabled(true);
@@ -105,19 +145,58 @@ QAction* CMainFrame::CommandAction(int id) const {
 
 void CMainFrame::ShowFrame() {
     show();
+    m_pSplitterView->OnInitialUpdate();
 }
 
-void CMainFrame::StopPlaybackForExit() {}
+void CMainFrame::StopPlaybackForExit() {
+    StopPlayback(FALSE);
+}
 
-LRESULT CMainFrame::OnWindowMessage(UINT message, WPARAM, LPARAM) {
-    // The radio update's end goes on to the document.
-    m_document.OnRadioJobMessage(message);
-    return 0;
+void CMainFrame::StopDiscPlayback() {
+    if (m_player.m_bCd || m_player.m_bDvd)
+        StopPlayback(FALSE);
+}
+
+COrvexSplitterView* CMainFrame::GetSplitterView() const {
+    COrvexApp* app = AfxGetOrvexApp();
+    return app ? app->m_pSplitterView : nullptr;
+}
+
+void CMainFrame::FocusRightPane() {
+    COrvexApp* app = AfxGetOrvexApp();
+    if (app && app->m_hwndRightPane)
+        SetFocus(app->m_hwndRightPane);
+}
+
+BOOL CMainFrame::PostToBar(UINT message, WPARAM wParam, LPARAM lParam) {
+    COrvexApp* app = AfxGetOrvexApp();
+    if (!app || !app->m_hwndControls)
+        return FALSE;
+    PostMessageW(app->m_hwndControls, message, wParam, lParam);
+    return TRUE;
+}
+
+void CMainFrame::BeginWaitCursor() {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+void CMainFrame::EndWaitCursor() {
+    QApplication::restoreOverrideCursor();
+}
+
+const CLavSetup& CMainFrame::GetLavSetup() const {
+    return m_document.m_lavSetup;
 }
 
 void CMainFrame::OnAbout() {
     CAboutDlg dialog(this);
     dialog.exec();
+}
+
+void CMainFrame::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow())
+        FocusRightPane();
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {

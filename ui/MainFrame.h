@@ -1,15 +1,29 @@
-// The one top-level window: the menu, the status bar and the right and left
-// panes under them.
+// The one top-level window: the menu, the transport bar, the hidden status
+// bar, and the splitter view with the tree and the list or the picture. It
+// holds the playback engine, is the target of every message that starts,
+// stops or steers playback, owns the position timer and sets the title.
 #pragma once
+#include <QBasicTimer>
 #include <QMainWindow>
 #include <map>
+#include <memory>
 
 #include "app/MainFrameLink.h"
+#include "platform/base/Array.h"
+#include "platform/base/CString.h"
+#include "player/MediaPlayer.h"
 
+class CDriveWatcher;
 class COrvexDoc;
+class COrvexSplitterView;
+class CControlsBar;
 class QAction;
+class QMenu;
 
-class CMainFrame : public QMainWindow, public IMainFrame, public CMessageTarget {
+class CMainFrame : public QMainWindow,
+                   public IMainFrame,
+                   public IPlayerFrame,
+                   public CMessageTarget {
 public:
     explicit CMainFrame(COrvexDoc& document);
     ~CMainFrame() override;
@@ -17,21 +31,82 @@ public:
     // IMainFrame
     void ShowFrame() override;
     void StopPlaybackForExit() override;
+    void StopDiscPlayback() override;
     HWND GetFrameHwnd() const override { return GetSafeHwnd(); }
+
+    // IPlayerFrame
+    BOOL SetVideoWindow(BOOL hasVideo, BOOL hasAudio, HWND* hOwner, HWND* hNotify,
+                        RECT* rect) override;
+    // Ends playback; with goOn a CD track list goes on to its next track.
+    void StopPlayback(BOOL goOn) override;
+    void BeginWaitCursor() override;
+    void EndWaitCursor() override;
+    const CLavSetup& GetLavSetup() const override;
 
     LRESULT OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
+    void SetMediaPath(CString path) { m_mediaPath = std::move(path); }
+    void SetMediaTitle(CString title) { m_mediaTitle = std::move(title); }
+    const CString& GetMediaPath() const { return m_mediaPath; }
+    const CString& GetMediaTitle() const { return m_mediaTitle; }
+
+    // Plays a file or URL; true when it plays. A failure has been shown and
+    // leaves the list in the right pane.
+    BOOL StartMediaFile(const CString& path);
+    void TogglePause(BOOL keepFocus);
+    void StartPositionTimer();
+    void StopPositionTimer();
+    BOOL PostToBar(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+    void FocusRightPane();
+    COrvexSplitterView* GetSplitterView() const;
+
+    // File menu: a file from the file dialog, a URL from the Open URL box.
+    void OnOpenMediaFile();
+    void OnOpenMediaUrl();
+    // What the Open URL command does with the text of its box.
+    void OpenMediaUrl(const CString& url);
+    // A medium named on the command line plays once the window is up.
+    void PlayAtStart(const CString& medium);
+
+    // The window title for a medium that plays with no title of its own.
+    static CString TitleFor(const CString& path, BOOL isStream);
+
     // The menu entry of a command id, for the handlers that enable them.
     QAction* CommandAction(int id) const;
+    CControlsBar* GetControlsBar() const { return m_wndControls; }
+    // Drive changes go on to the document.
+    CDriveWatcher& GetDriveWatcher() { return *m_driveWatcher; }
+
+    CMediaPlayer m_player;
+    BOOL m_cdListActive = FALSE;
+    int m_cdIndex = -1;
+    CStringArray m_cdTracks;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void changeEvent(QEvent* event) override;
 
 private:
     void CreateMenus();
-    QAction* AddCommand(class QMenu* menu, int id, const QString& text);
+    QAction* AddCommand(QMenu* menu, int id, const QString& text);
     void OnAbout();
+    void OnPositionTimer();
+    // Handlers of the steering messages.
+    void OnMute(WPARAM keepFocus);
+    void OnSetVolume(WPARAM focusRightPane, LPARAM percent);
+    void OnSeekDrag(WPARAM moving, LPARAM perMille);
+    void OnSeekTo(LPARAM perMille);
 
     COrvexDoc& m_document;
+    CControlsBar* m_wndControls = nullptr;
+    COrvexSplitterView* m_pSplitterView = nullptr;
+    CString m_mediaPath;
+    CString m_mediaTitle;
+    QBasicTimer m_positionTimer;
+    std::unique_ptr<CDriveWatcher> m_driveWatcher;
     std::map<int, QAction*> m_commands;
 };
+
+// The main window if it is a CMainFrame, else null.
+CMainFrame* GetOrvexFrame();

@@ -1,5 +1,7 @@
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
+#include <memory>
 
 #include <QApplication>
 
@@ -7,6 +9,7 @@
 #include "app/OrvexDoc.h"
 #include "platform/base/Version.h"
 #include "platform/qt/QtGlue.h"
+#include "ui/CommandLine.h"
 #include "ui/FileChooser.h"
 #include "ui/FontChooser.h"
 #include "ui/MainFrame.h"
@@ -18,7 +21,17 @@ int main(int argc, char** argv) {
         printf("Orvex %s\n", GetProgramVersionText().ToUtf8().c_str());
         return 0;
     }
+    // Without a display Qt would abort; say why and leave instead.
+    auto display = std::make_unique<CDisplayCheck>();
+    if (!display->MissingReason().empty()) {
+        fprintf(stderr, "%s\n", display->MissingReason().c_str());
+        return 1;
+    }
+    display->PreferX11UnderWayland();
+
     QApplication application(argc, argv);
+    display.reset();
+    CDisplayCheck::KeepPictureOnX11(QGuiApplication::platformName());
     QApplication::setApplicationName(QStringLiteral("Orvex"));
     QApplication::setApplicationDisplayName(QStringLiteral("Orvex"));
     QApplication::setDesktopFileName(QStringLiteral("io.sourceforge.orvex"));
@@ -30,5 +43,10 @@ int main(int argc, char** argv) {
     app.SetFrameFactory([](COrvexDoc& document) { return std::make_unique<CMainFrame>(document); });
     if (!app.InitInstance())
         return 1;
+    if (argc > 1) {
+        if (CMainFrame* frame = GetOrvexFrame())
+            frame->PlayAtStart(
+                MediumFromArgument(argv[1], std::filesystem::current_path().string()));
+    }
     return QApplication::exec();
 }

@@ -31,3 +31,6 @@ inline constexpr CreditedProject kCreditedProjects[] = {
 inline constexpr const char16_t* RB_SERVER_DOMAIN = u"api.radio-browser.info";
 inline constexpr const char16_t* RB_SERVER_LIST_URL =
     u"https://all.api.radio-browser.info/json/servers";
+
+// The sample stream the Open Media URL box starts with.
+inline constexpr const char16_t* kSampleStreamUrl = u"https://ice1.somafm.com/groovesalad-128-mp3";

@@ -219,7 +219,7 @@ HRESULT CFilterGraph::Render(IPin* pin) {
 }
 
 HRESULT CFilterGraph::RenderVideo(GstPad* pad, GstCaps* caps) {
-    std::lock_guard<std::mutex> lock(m_videoLock);
+    std::lock_guard<std::recursive_mutex> lock(m_videoLock);
     if (m_videoSink)
         return VFW_E_CANNOT_RENDER;
     GstElement* branch = AddBranch("videoconvert ! videoscale ! " + GraphVideoSink(), pad);

@@ -97,6 +97,7 @@ private:
     void PrepareFilters();
     HRESULT SetTargetState(OAFilterState filterState);
     void ApplyOverlay();
+    void PlacePictureWindow();
     HRESULT RenderVideo(GstPad* pad, GstCaps* caps);
     HRESULT RenderAudio(GstPad* pad);
     GstElement* AddBranch(const std::string& description, GstPad* from);
@@ -115,7 +116,9 @@ private:
 
     // The picture: the branch's sink, its size as known before the first
     // frame, and where the owner wants it.
-    std::mutex m_videoLock;
+    // Recursive: a sink may ask for its window from inside an overlay call
+    // made under this lock, on the same thread.
+    std::recursive_mutex m_videoLock;
     GstElement* m_videoSink = nullptr;
     GstElement* m_overlay = nullptr;
     LONG m_videoWidth = 0;

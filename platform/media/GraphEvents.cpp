@@ -64,12 +64,15 @@ void CFilterGraph::HandleBusMessage(GstMessage* message) {
         break;
     case GST_MESSAGE_ELEMENT:
         if (gst_is_video_overlay_prepare_window_handle_message(message)) {
-            std::lock_guard<std::mutex> lock(m_videoLock);
+            std::lock_guard<std::recursive_mutex> lock(m_videoLock);
             if (m_overlay)
                 gst_object_unref(m_overlay);
             m_overlay = GST_ELEMENT(gst_object_ref(GST_MESSAGE_SRC(message)));
             if (uintptr_t window = ResolveNativeWindow(m_owner)) {
                 gst_video_overlay_set_window_handle(GST_VIDEO_OVERLAY(m_overlay), window);
+                // With a drain, mouse and keys go on to the owner window.
+                gst_video_overlay_handle_events(GST_VIDEO_OVERLAY(m_overlay),
+                                                m_drain ? FALSE : TRUE);
                 ApplyOverlay();
             }
         }
@@ -266,6 +269,11 @@ HRESULT CFilterGraph::SetNotifyWindow(HWND window, UINT message, LONG_PTR instan
 // ---- picture ----
 
 void CFilterGraph::ApplyOverlay() {
+    if (m_overlay && HasNativeWindowPlacer()) {
+        // The picture has a window of its own, placed by the owner.
+        gst_video_overlay_expose(GST_VIDEO_OVERLAY(m_overlay));
+        return;
+    }
     if (!m_overlay || m_width <= 0 || m_height <= 0)
         return;
     if (m_visible)
@@ -279,7 +287,7 @@ void CFilterGraph::ApplyOverlay() {
 HRESULT CFilterGraph::GetVideoSize(LONG* width, LONG* height) {
     if (!width || !height)
         return E_POINTER;
-    std::lock_guard<std::mutex> lock(m_videoLock);
+    std::lock_guard<std::recursive_mutex> lock(m_videoLock);
     if (!m_videoSink)
         return VFW_E_NOT_CONNECTED;
     LONG w = m_videoWidth, h = m_videoHeight;
@@ -304,7 +312,7 @@ HRESULT CFilterGraph::GetVideoSize(LONG* width, LONG* height) {
 }
 
 HRESULT CFilterGraph::put_Owner(HWND owner) {
-    std::lock_guard<std::mutex> lock(m_videoLock);
+    std::lock_guard<std::recursive_mutex> lock(m_videoLock);
     if (!m_videoSink)
         return E_NOINTERFACE;
     m_owner = owner;
@@ -319,13 +327,13 @@ HRESULT CFilterGraph::put_Owner(HWND owner) {
 HRESULT CFilterGraph::get_Owner(HWND* owner) {
     if (!owner)
         return E_POINTER;
-    std::lock_guard<std::mutex> lock(m_videoLock);
+    std::lock_guard<std::recursive_mutex> lock(m_videoLock);
     *owner = m_owner;
     return m_videoSink ? S_OK : E_NOINTERFACE;
 }
 
 HRESULT CFilterGraph::put_MessageDrain(HWND drain) {
-    std::lock_guard<std::mutex> lock(m_videoLock);
+    std::lock_guard<std::recursive_mutex> lock(m_videoLock);
     if (!m_videoSink)
         return E_NOINTERFACE;
     m_drain = drain;
@@ -337,13 +345,13 @@ HRESULT CFilterGraph::put_MessageDrain(HWND drain) {
 HRESULT CFilterGraph::get_MessageDrain(HWND* drain) {
     if (!drain)
         return E_POINTER;
-    std::lock_guard<std::mutex> lock(m_videoLock);
+    std::lock_guard<std::recursive_mutex> lock(m_videoLock);
     *drain = m_drain;
     return m_videoSink ? S_OK : E_NOINTERFACE;
 }
 
 HRESULT CFilterGraph::put_WindowStyle(LONG style) {
-    std::lock_guard<std::mutex> lock(m_videoLock);
+    std::lock_guard<std::recursive_mutex> lock(m_videoLock);
     if (!m_videoSink)
         return E_NOINTERFACE;
     m_style = style;
@@ -353,24 +361,45 @@ HRESULT CFilterGraph::put_WindowStyle(LONG style) {
 HRESULT CFilterGraph::get_WindowStyle(LONG* style) {
     if (!style)
         return E_POINTER;
-    std::lock_guard<std::mutex> lock(m_videoLock);
+    std::lock_guard<std::recursive_mutex> lock(m_videoLock);
     *style = m_style;
     return m_videoSink ? S_OK : E_NOINTERFACE;
 }
 
 HRESULT CFilterGraph::put_Visible(LONG visible) {
-    std::lock_guard<std::mutex> lock(m_videoLock);
-    if (!m_videoSink)
-        return E_NOINTERFACE;
-    m_visible = visible ? OATRUE : OAFALSE;
+    {
+        std::lock_guard<std::recursive_mutex> lock(m_videoLock);
+        if (!m_videoSink)
+            return E_NOINTERFACE;
+        m_visible = visible ? OATRUE : OAFALSE;
+    }
+    PlacePictureWindow();
+    std::lock_guard<std::recursive_mutex> lock(m_videoLock);
     ApplyOverlay();
     return S_OK;
+}
+
+void CFilterGraph::PlacePictureWindow() {
+    HWND owner;
+    LONG left, top, width, height;
+    bool visible;
+    {
+        std::lock_guard<std::recursive_mutex> lock(m_videoLock);
+        owner = m_owner;
+        left = m_left;
+        top = m_top;
+        width = m_width;
+        height = m_height;
+        visible = m_visible != OAFALSE;
+    }
+    // Outside the lock: the owner's toolkit may call back into the graph.
+    PlaceNativeWindow(owner, left, top, width, height, visible);
 }
 
 HRESULT CFilterGraph::get_Visible(LONG* visible) {
     if (!visible)
         return E_POINTER;
-    std::lock_guard<std::mutex> lock(m_videoLock);
+    std::lock_guard<std::recursive_mutex> lock(m_videoLock);
     *visible = m_visible;
     return m_videoSink ? S_OK : E_NOINTERFACE;
 }
@@ -378,13 +407,17 @@ HRESULT CFilterGraph::get_Visible(LONG* visible) {
 HRESULT CFilterGraph::SetWindowPosition(LONG left, LONG top, LONG width, LONG height) {
     if (width < 0 || height < 0)
         return E_INVALIDARG;
-    std::lock_guard<std::mutex> lock(m_videoLock);
-    if (!m_videoSink)
-        return E_NOINTERFACE;
-    m_left = left;
-    m_top = top;
-    m_width = width;
-    m_height = height;
+    {
+        std::lock_guard<std::recursive_mutex> lock(m_videoLock);
+        if (!m_videoSink)
+            return E_NOINTERFACE;
+        m_left = left;
+        m_top = top;
+        m_width = width;
+        m_height = height;
+    }
+    PlacePictureWindow();
+    std::lock_guard<std::recursive_mutex> lock(m_videoLock);
     ApplyOverlay();
     return S_OK;
 }
@@ -392,7 +425,7 @@ HRESULT CFilterGraph::SetWindowPosition(LONG left, LONG top, LONG width, LONG he
 HRESULT CFilterGraph::GetWindowPosition(LONG* left, LONG* top, LONG* width, LONG* height) {
     if (!left || !top || !width || !height)
         return E_POINTER;
-    std::lock_guard<std::mutex> lock(m_videoLock);
+    std::lock_guard<std::recursive_mutex> lock(m_videoLock);
     *left = m_left;
     *top = m_top;
     *width = m_width;

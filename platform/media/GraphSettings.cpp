@@ -10,6 +10,7 @@ struct Settings {
     std::string audio;
     std::string video;
     NativeWindowResolver resolver;
+    NativeWindowPlacer placer;
 };
 
 Settings& TheSettings() {
@@ -66,4 +67,24 @@ uintptr_t ResolveNativeWindow(HWND hwnd) {
         resolver = TheSettings().resolver;
     }
     return resolver && hwnd ? resolver(hwnd) : 0;
+}
+
+void SetNativeWindowPlacer(NativeWindowPlacer placer) {
+    std::lock_guard<std::mutex> lock(TheSettings().lock);
+    TheSettings().placer = std::move(placer);
+}
+
+bool HasNativeWindowPlacer() {
+    std::lock_guard<std::mutex> lock(TheSettings().lock);
+    return static_cast<bool>(TheSettings().placer);
+}
+
+void PlaceNativeWindow(HWND owner, long left, long top, long width, long height, bool visible) {
+    NativeWindowPlacer placer;
+    {
+        std::lock_guard<std::mutex> lock(TheSettings().lock);
+        placer = TheSettings().placer;
+    }
+    if (placer && owner)
+        placer(owner, left, top, width, height, visible);
 }

@@ -21,3 +21,14 @@ std::string GraphVideoSink();
 using NativeWindowResolver = std::function<uintptr_t(HWND)>;
 void SetNativeWindowResolver(NativeWindowResolver resolver);
 uintptr_t ResolveNativeWindow(HWND hwnd);
+
+// Places the picture's own native window inside its owner (client
+// coordinates) and shows or hides it, as the owner's toolkit does it; called
+// on the thread that steers the graph, never from the pipeline's threads.
+// With a placer installed the sink fills that window, and no render
+// rectangle is set: not every sink honours one.
+using NativeWindowPlacer =
+    std::function<void(HWND owner, long left, long top, long width, long height, bool visible)>;
+void SetNativeWindowPlacer(NativeWindowPlacer placer);
+bool HasNativeWindowPlacer();
+void PlaceNativeWindow(HWND owner, long left, long top, long width, long height, bool visible);
