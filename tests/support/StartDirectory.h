@@ -14,7 +14,8 @@ inline void MakeStartDirectory(const std::filesystem::path& start, bool withStag
         std::filesystem::copy_file(std::string(getenv("ORVEX_SOURCE_DIR")) + "/deploy/" + file,
                                    start / file);
     }
-    for (const char* file : {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
+    for (const char* file :
+         {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
         TempDir::Write((start / file).string(), "");
     if (withStagedFolders) {
         for (const char* folder : {"LAV", "OrvexHelp"}) {
