@@ -48,15 +48,15 @@ public:
     CFile m_file;
     uint32_t m_bytesReceived; // counted only while a limit is set
     uint32_t m_maxBytes;      // 0: no limit
+    // A crossed limit ends the transfer without a message box: for bodies
+    // that nobody reads.
+    BOOL m_bQuietLimit = FALSE;
     // Set only for a blocking transfer that a window watches from another
     // thread: told the bytes so far and the announced size (0: not known);
     // answering false stops the transfer, which then fails with "Download
     // canceled by user.". Without it the blocking road asks libcurl for no
     // progress at all.
     std::function<bool(uint64_t received, uint64_t total)> m_watch;
-    // A crossed limit ends the transfer without a message box: for bodies
-    // that nobody reads.
-    BOOL m_bQuietLimit = FALSE;
 
     // Blocks until the transfer ends; nonzero when libcurl reported success,
     // whatever the HTTP status. maxBytes 0 means no limit.

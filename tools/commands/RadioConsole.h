@@ -4,13 +4,10 @@
 #include <atomic>
 #include <cstdio>
 #include <functional>
-#include <mutex>
 #include <string>
 #include <thread>
 
 #include "platform/base/AppContext.h"
-#include "platform/base/File.h"
-#include "platform/base/StartDirectory.h"
 #include "platform/base/UserMessages.h"
 #include "platform/base/Window.h"
 
@@ -43,27 +40,21 @@ private:
     bool m_idle = false;
 };
 
-// A status slot that prints each text the moment it is set, so a job needs
-// no pause for its texts to be read. Registered while it lives.
+// The status slot as it was, printing each text the moment it is set, so a
+// job needs no pause for its texts to be read. Registered while it lives.
 class CConsoleStatus : public IAppContext {
 public:
-    CConsoleStatus() { AfxSetAppContext(this); }
-    ~CConsoleStatus() override { AfxSetAppContext(nullptr); }
-    CString GetStartDirectory() const override { return FindStartDirectory(); }
+    CConsoleStatus() : m_slot(AfxGetAppContext()) { AfxSetAppContext(this); }
+    ~CConsoleStatus() override { AfxSetAppContext(&m_slot); }
+    CString GetStartDirectory() const override { return m_slot.GetStartDirectory(); }
     void SetUpdateStatus(const CString& text) override {
-        std::lock_guard<std::mutex> lock(m_lock);
-        m_text = text;
+        m_slot.SetUpdateStatus(text);
         PrintStatus(text);
     }
-    BOOL GetUpdateStatus(CString& out) override {
-        std::lock_guard<std::mutex> lock(m_lock);
-        out = m_text;
-        return TRUE;
-    }
+    BOOL GetUpdateStatus(CString& out) override { return m_slot.GetUpdateStatus(out); }
 
 private:
-    std::mutex m_lock;
-    CString m_text;
+    IAppContext& m_slot;
 };
 
 // Runs `work` on a worker thread while this thread delivers what it posts.
