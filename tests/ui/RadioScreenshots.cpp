@@ -1,6 +1,6 @@
 // Takes the pictures of the radio dialogs for the documentation: the search
 // dialog with results, and the update dialog while an update comes down from
-// a local server. Run by scripts/screenshots.sh on a virtual X display; the
+// a local server. Run by scripts/screenshot-radio.sh on a virtual X display; the
 // pictures are grabbed from the display itself.
 //
 //   radio_screenshots OUTPUT_FOLDER
@@ -120,7 +120,7 @@ int main(int argc, char** argv) {
         emit header->sectionClicked(0);
         Child<QTableView>(dlg, 1077)->selectRow(2);
         QTest::qWait(300);
-        ok = Grab(dlg, output / "radio-search.png") && ok;
+        ok = Grab(dlg, output / "screenshot-radio-search.png") && ok;
         Child<QPushButton>(dlg, 2)->click();
         return true;
     });
@@ -142,7 +142,7 @@ int main(int argc, char** argv) {
         auto* bar = Child<QProgressBar>(dlg, 1060);
         if (!grabbed && Child<QPushButton>(dlg, 2)->isEnabled() && bar->value() >= 9 &&
             update->m_text.Find(CString(u"Downloading")) >= 0) {
-            ok = Grab(dlg, output / "radio-update.png") && ok;
+            ok = Grab(dlg, output / "screenshot-radio-update.png") && ok;
             grabbed = true;
             Child<QPushButton>(dlg, 2)->click();
             return false;
