@@ -17,11 +17,7 @@
 
 #include "platform/base/FileDialog.h"
 #include "platform/qt/QtGlue.h"
-
-// Texts of Qt in test failures as the words they are.
-inline void PrintTo(const QString& text, std::ostream* out) {
-    *out << '"' << text.toStdString() << '"';
-}
+#include "tests/ui/PrintQString.h"
 
 inline QApplication& TestApp() {
     static int argc = 1;

@@ -19,6 +19,9 @@
 #include "tests/ui/RadioWindow.h"
 #include "tests/ui/UrlRecorder.h"
 #include "ui/Commands.h"
+#include "ui/ListModel.h"
+#include "ui/ListView.h"
+#include "ui/SplitterView.h"
 #include "ui/dialogs/DialogScroller.h"
 #include "ui/dialogs/RbSearchDlg.h"
 #include "ui/dialogs/StationTableModel.h"
@@ -399,7 +402,8 @@ TEST_F(RadioSearchDlgTest, NumberBoxesTagListAndHelp) {
 }
 
 TEST_F(RadioSearchDlgTest, ImportedResultsBecomeATopicWhoseStationsPlay) {
-    // The stations stream from the local server.
+    // The stations stream from the local server, and sound goes nowhere.
+    SetGraphAudioSink("fakesink sync=true");
     w.server.Route("/station.ogg", TempDir::Read(TestMedia::Get().Audio()));
     for (int i = 0; i < w.doc->m_radioDb.m_stations.GetSize(); ++i)
         w.doc->m_radioDb.m_stations[i].m_url = CString(w.server.Url("/station.ogg"));
@@ -437,17 +441,20 @@ TEST_F(RadioSearchDlgTest, ImportedResultsBecomeATopicWhoseStationsPlay) {
         EXPECT_EQ(topic.m_media[i].m_type, MEDIA_AUDIO_URL);
     }
     EXPECT_TRUE(w.doc->m_bContentsChanged);
-    // The list shows the new topic.
     EXPECT_EQ(w.doc->m_displayTopic.GetName(), CString(u"Radio Ñandú"));
 
-    // One of them plays, from the server.
-    SetGraphAudioSink("fakesink sync=true");
-    CMediaPlayer player;
-    CTestFrame frame;
-    frame.m_player = &player;
-    EXPECT_TRUE(player.PlayFileLav(topic.m_media[2].m_location, &frame))
+    // The list shows the new topic, and a double click plays a station
+    // from the server.
+    COrvexListView* list = w.frame->GetSplitterView()->GetListView();
+    ASSERT_NE(list, nullptr);
+    ASSERT_EQ(list->Model()->rowCount(), 4);
+    EXPECT_EQ(list->Model()->index(2, 0).data().toString(), shown[2]);
+    const QPoint row = list->visualRect(list->Model()->index(2, 0)).center();
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, row);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return w.frame->m_player.m_state == 2; }, 20000))
         << (w.Boxes().Texts().empty() ? std::string() : w.Boxes().Texts().back().ToUtf8());
-    EXPECT_EQ(player.m_state, 2);
     EXPECT_GE(w.server.RequestCount("/station.ogg"), 1);
-    player.CleanPlayback();
+    w.frame->StopPlayback(FALSE);
+    SetGraphAudioSink("");
 }
