@@ -14,10 +14,18 @@ BOOL OpenFileOrReport(CFile& file, const CString& path, UINT openFlags) {
     return FALSE;
 }
 
+BOOL OpenReplacementOrReport(CReplacingFile& file, const CString& path) {
+    CFileException error;
+    if (file.OpenForReplace(path, &error))
+        return TRUE;
+    error.ReportError();
+    return FALSE;
+}
+
 BOOL COrvexDoc::SaveContents(const CString& path) {
-    CFile file;
-    // The old file is gone from here on: there is no temporary file.
-    if (!OpenFileOrReport(file, path, CFile::modeCreate | CFile::modeWrite))
+    // The old file stays until the new one is complete on the disc.
+    CReplacingFile file;
+    if (!OpenReplacementOrReport(file, path))
         return FALSE;
     try {
         CArchive ar(&file, CArchive::store);

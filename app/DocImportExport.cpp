@@ -1,6 +1,8 @@
 // The document's import and export: the readers that place what they read,
 // the writers of the whole tree, and the cores of the Import, Export, Export
 // Topic and playlist-item commands. The dialogs only gather the arguments.
+#include <new>
+
 #include "app/OrvexDoc.h"
 #include "interchange/Export.h"
 #include "interchange/ImportPlacing.h"
@@ -35,10 +37,20 @@ BOOL COrvexDoc::ReadMediaRecords(const CString& path, const CString& topic, int*
     } catch (const CFileException& e) {
         e.ReportError();
         return FALSE;
+    } catch (const std::bad_alloc&) {
+        return FALSE; // the last resort: what was read goes, nothing changes
     }
-    // Nothing reaches the tree unless the file held a valid record.
+    // Nothing reaches the tree unless the file held a valid record, and
+    // nothing at all when one record would nest its topics too deep.
     if (items.IsEmpty())
         return FALSE;
+    if (!ItemsFitTopicDepth(items, topic)) {
+        CString message;
+        message.Format(u"Topics in %s nest deeper than %d levels. Nothing was imported.", path,
+                       MAX_TOPIC_DEPTH);
+        AfxMessageBox(message, MB_OK | MB_ICONEXCLAMATION);
+        return FALSE;
+    }
     if (topic.IsEmpty()) {
         OverwriteContents(m_contents, items);
         RefreshDisplay(TRUE, TRUE, nullptr, TRUE, TRUE);
@@ -55,8 +67,13 @@ BOOL COrvexDoc::ReadPlaylist(BOOL pls, const CString& source, const CString& top
         return FALSE;
     *count = 0;
     CString file = source;
+    // Relative entries of a file on this machine belong beside it.
+    CString folder = source.Left(source.ReverseFind(u'/'));
+    if (source.ReverseFind(u'/') < 0)
+        folder = GetCurrentDirectoryW();
     if (IsUrlSource(source)) {
         file = m_dataFolder + u"/results.txt";
+        folder.Empty();
         if (!DownloadPlaylist(source, file, pls ? u"ReadPls" : u"ReadM3u"))
             return FALSE;
     }
@@ -64,12 +81,14 @@ BOOL COrvexDoc::ReadPlaylist(BOOL pls, const CString& source, const CString& top
     CStringArray titles;
     CStringArray locations;
     try {
-        const BOOL opened =
-            pls ? ReadPlsEntries(file, titles, locations) : ReadM3uEntries(file, titles, locations);
+        const BOOL opened = pls ? ReadPlsEntries(file, folder, titles, locations)
+                                : ReadM3uEntries(file, folder, titles, locations);
         if (!opened)
             return FALSE;
     } catch (const CFileException& e) {
         e.ReportError();
+        return FALSE;
+    } catch (const std::bad_alloc&) {
         return FALSE;
     }
     if (locations.IsEmpty())

@@ -1,9 +1,11 @@
 // Search results into the library: each station becomes an audio stream item
 // under a root topic of the user's choosing.
 #include "app/OrvexDoc.h"
+#include "interchange/ImportPlacing.h"
+#include "radio/StationText.h"
 
 int COrvexDoc::ImportStationResults(CString topicName, int maxCount) {
-    CStationAr& results = m_radioDb.m_results;
+    const CStationResults& results = m_radioDb.m_results;
     if (results.IsEmpty() || topicName.IsEmpty())
         return 0;
     CMediaArray items;
@@ -12,15 +14,15 @@ int COrvexDoc::ImportStationResults(CString topicName, int maxCount) {
             break;
         CMediaItem item;
         item.m_type = MEDIA_AUDIO_URL;
-        item.m_location = station.m_url;
-        // A "!!Playlist: " name stays: the list pane finds playlists by it.
-        item.m_name = station.m_name;
+        // The library holds the text as people read it, not the directory's
+        // bytes. A "!!Playlist: " name stays: the list pane finds playlists by it.
+        item.m_location = StationText(station.m_url);
+        item.m_name = StationText(station.m_name);
         items.Add(item);
     }
-    for (CMediaItem& item : items) {
-        item.m_topics.Add(topicName);
-        m_contents.AddItemByTopics(item, TRUE);
-    }
+    // Each item is filed under the root topic of that name, which becomes
+    // current once at the end rather than copied for every item.
+    PlaceItemsUnderTopic(m_contents, items, topicName, nullptr);
     RefreshDisplay(TRUE, FALSE, &m_contents.m_currentTopic, TRUE, TRUE);
     m_radioDb.ClearSearch();
     m_bContentsChanged = TRUE;

@@ -8,21 +8,36 @@
 #include "app/OrvexDoc.h"
 #include "platform/base/Deployment.h"
 #include "platform/base/MessageBox.h"
+#include "platform/base/WaitCursor.h"
 
 BOOL COrvexDoc::ChooseRadioServer() {
     if (!m_serverUrl.IsEmpty())
         return TRUE;
     const CString listUrl =
         m_serverListUrl.IsEmpty() ? CString(RB_SERVER_LIST_URL) : m_serverListUrl;
+    CWaitCursor wait;
     CString message;
     CStringArray servers;
     if (!m_radioDb.GetServers(listUrl, m_dataFolder + u"/results.txt", &message, &servers)) {
+        wait.Restore();
         AfxMessageBox(message);
         return FALSE;
     }
     srand(static_cast<unsigned>(time(nullptr)));
     m_serverUrl = servers[rand() % servers.GetSize()];
     return TRUE;
+}
+
+void COrvexDoc::OnUpdateRadioDb() {
+    if (!ChooseRadioServer())
+        return;
+    if (m_pDialogs)
+        m_pDialogs->RunRadioUpdateDialog(m_serverUrl);
+}
+
+void COrvexDoc::OnSearchRadio() {
+    if (m_pDialogs)
+        m_pDialogs->RunRadioSearchDialog();
 }
 
 void COrvexDoc::StartRadioUpdate(HWND hwndDialog) {

@@ -18,8 +18,8 @@ constexpr BOOL CLavSetup::*kLavFields[] = {&CLavSetup::m_bWma2, &CLavSetup::m_bW
 } // namespace
 
 BOOL COrvexDoc::SaveUserData(const CString& path) {
-    CFile file;
-    if (!OpenFileOrReport(file, path, CFile::modeCreate | CFile::modeWrite))
+    CReplacingFile file;
+    if (!OpenReplacementOrReport(file, path))
         return FALSE;
     try {
         CArchive ar(&file, CArchive::store);

@@ -84,6 +84,10 @@ public:
     // Finds a server once per process; 1 when one is known, after which the
     // update dialog opens. A failure has been shown in a message box.
     BOOL ChooseRadioServer();
+    // "Update Radio Station Database": a server first, then the dialog.
+    void OnUpdateRadioDb();
+    // "Search For Radio Stations": the search dialog over m_radioDb.
+    void OnSearchRadio();
     void StartRadioUpdate(HWND hwndDialog);
     void CancelRadioUpdate();
     void OnRadioUpdateDone();
@@ -183,6 +187,8 @@ public:
     // The OK of "Set Folder Paths": both folders taken, changed or not.
     void SetFolderLocations(const CString& contentsFolder, const CString& videoFolder);
     void OnDiscChange(const CString& drive, BOOL arrived);
+    // "Orvex Help": the manual's contents in the desktop's browser.
+    void OnHelp();
 
     // Playable discs in the drives (DocDiscs.cpp). FindDiscPath stores in
     // m_dvdPath (dvd) or m_cdPath what the first drive that holds one gives:

@@ -78,7 +78,8 @@ BOOL CheckForUpdates(const CString& dataFolder, const CString& serverAddress,
     CString error;
     {
         CCurlinet net;
-        if (!net.GetInternetData(serverAddress + kVersionFilePath, target, &error, 0)) {
+        if (!net.GetInternetData(serverAddress + kVersionFilePath, target, &error,
+                                 kVersionDownloadLimit)) {
             wait.Restore();
             CString text;
             text.Format(u"Unable to check for updates. %s", error);
@@ -115,8 +116,10 @@ BOOL CheckForUpdates(const CString& dataFolder, const CString& serverAddress,
     // check; its body is never read.
     {
         CCurlinet net;
+        net.m_bQuietLimit = TRUE;
         CString ignored;
-        net.GetInternetData(serverAddress + kVersionStatsPath, target, &ignored, 0);
+        net.GetInternetData(serverAddress + kVersionStatsPath, target, &ignored,
+                            kVersionDownloadLimit);
     }
     wait.Restore();
 

@@ -12,6 +12,9 @@ struct CVersionCheck {
 
 // The longest version file that is read at all.
 constexpr ULONGLONG kMaxVersionFileBytes = 20;
+// Downloads of the version and statistics files stop here, so that a server
+// that answers without end can't fill the disc.
+constexpr unsigned kVersionDownloadLimit = 4096;
 
 // One line: 6 characters that aren't looked at, then a.b.c.d with one digit
 // in each place. Compared digit by digit with current, the program's version

@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "tests/support/StationDirectoryWriter.h"
+#include "bench/StationDirectoryWriter.h"
 
 int main(int argc, char** argv) {
     if (argc != 3 || atoi(argv[1]) <= 0) {

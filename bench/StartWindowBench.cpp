@@ -20,9 +20,9 @@
 
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
+#include "bench/StationDirectoryWriter.h"
 #include "platform/qt/QtGlue.h"
 #include "radio/RadioBrowseDb.h"
-#include "tests/support/StationDirectoryWriter.h"
 #include "ui/FileChooser.h"
 #include "ui/FontChooser.h"
 #include "ui/MainFrame.h"

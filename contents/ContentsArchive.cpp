@@ -10,11 +10,6 @@
 
 namespace {
 
-// Every level of nesting costs a few stack frames on reading and on every
-// later walk of the tree. A file that nests deeper than any library does is
-// refused before it can exhaust the stack.
-constexpr int kMaxTopicDepth = 1000;
-
 int32_t ReadCount(CArchive& ar) {
     int32_t count = 0;
     ar >> count;
@@ -59,7 +54,9 @@ void LoadTopicList(CTopicArray& topics, CArchive& ar, const CTopicStrAliasAr& al
 
 void LoadTopic(CTopic& topic, CArchive& ar, const CTopicStrAliasAr& aliases, int* pSchema,
                int depth) {
-    if (depth >= kMaxTopicDepth) {
+    // A file that nests deeper than the program ever makes is refused before
+    // it can exhaust the stack.
+    if (depth >= MAX_TOPIC_DEPTH) {
         throw CArchiveException(CArchiveException::badSchema,
                                 ar.GetFile() ? ar.GetFile()->GetFilePath() : CString());
     }

@@ -176,7 +176,8 @@ BOOL CMediaContents::MoveItems(const CMediaArray& items, const CNodeArray& fromP
 
 BOOL CMediaContents::EnsureTopicPath(const CStringArray& names, const MediaType* pType,
                                      CNodeArray& outPath) {
-    if (names.IsEmpty())
+    // A deeper path is refused before anything is made.
+    if (names.IsEmpty() || names.GetSize() > MAX_TOPIC_DEPTH)
         return FALSE;
     const MediaType type = pType ? *pType : MEDIA_NONE;
 

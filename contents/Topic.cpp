@@ -58,6 +58,16 @@ void CTopic::CountEntries(int* pTopics, int* pItems) const {
         child.CountEntries(pTopics, pItems);
 }
 
+int SubtreeHeight(const CTopic& topic) {
+    int below = 0;
+    for (const CTopic& child : topic.m_children) {
+        const int height = SubtreeHeight(child);
+        if (height > below)
+            below = height;
+    }
+    return below + 1;
+}
+
 void RenumberTopics(CTopicArray& topics, int from) {
     int count = 0;
     for (int i = from < 0 ? 0 : from; i < topics.GetSize(); ++i) {

@@ -5,6 +5,11 @@
 #include "contents/MediaItem.h"
 #include "contents/NodeArray.h"
 
+// Topics nest at most this many levels: every level costs stack on reading
+// and on every later walk of the tree, and each topic holds its whole path.
+// The loader refuses a deeper file, and nothing makes a deeper topic.
+constexpr int MAX_TOPIC_DEPTH = 1000;
+
 class CTopic;
 class CStdioFileEx;
 class CTopicArray : public CArray<CTopic> {
@@ -48,6 +53,9 @@ public:
 // Puts a topic in front of the one at `position`, or at the end when the
 // position is at or behind the end; gives the position it took.
 int PlaceTopic(CTopicArray& topics, int position, const CTopic& topic);
+
+// The number of levels of `topic` and its subtree: 1 without children.
+int SubtreeHeight(const CTopic& topic);
 
 // Gives every topic of `topics` from position `from` on its position as the
 // last index of its path, and rebuilds the paths below it.

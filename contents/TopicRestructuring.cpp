@@ -56,7 +56,7 @@ BOOL CMediaContents::AddChildTopic(const CNodeArray& parentPath, const CTopic& t
     if (parentPath.IsEmpty() || !topic.GetLastNode(last))
         return FALSE;
     CTopic* parent = Find(parentPath);
-    if (!parent)
+    if (!parent || parent->GetSize() + SubtreeHeight(topic) > MAX_TOPIC_DEPTH)
         return FALSE;
     const int i = parent->m_children.Add(topic);
     CTopic& child = parent->m_children[i];
@@ -188,6 +188,10 @@ BOOL CMediaContents::RelocateTopic(const CNodeArray& fromPath, const CNodeArray&
         return FALSE;
     const int order = CompareTreeOrder(fromPath, toPath);
     if (order == 0)
+        return FALSE;
+    // Nor so deep that the subtree would pass the deepest level.
+    const int levelAbove = toPath.GetSize() - (mode == RELOCATE_INTO ? 0 : 1);
+    if (levelAbove + SubtreeHeight(moved) > MAX_TOPIC_DEPTH)
         return FALSE;
 
     BOOL bothRoots = FALSE;

@@ -31,3 +31,13 @@ void OverwriteContents(CMediaContents& contents, const CMediaArray& items) {
     for (const CMediaItem& item : items)
         contents.AddItemByTopics(item, FALSE);
 }
+
+BOOL ItemsFitTopicDepth(const CMediaArray& items, const CString& topic) {
+    for (const CMediaItem& item : items) {
+        const CStringArray& topics = item.m_topics;
+        const bool movesDown = !topic.IsEmpty() && !topics.IsEmpty() && topics[0] != topic;
+        if (topics.GetSize() + (movesDown ? 1 : 0) > MAX_TOPIC_DEPTH)
+            return FALSE;
+    }
+    return TRUE;
+}

@@ -10,6 +10,11 @@
 void PlaceItemsUnderTopic(CMediaContents& contents, const CMediaArray& items, const CString& topic,
                           int* count);
 
+// Whether every item can be filed within the deepest level: under `topic`
+// (which moves the item's topics one level down unless they start with it),
+// or, with an empty topic, under its own topics.
+BOOL ItemsFitTopicDepth(const CMediaArray& items, const CString& topic);
+
 // Empties the tree and files each item under its own topics, or under the
 // root topic of its group when it names none.
 void OverwriteContents(CMediaContents& contents, const CMediaArray& items);

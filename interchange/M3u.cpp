@@ -1,14 +1,37 @@
 #include "interchange/MediaRecordFormat.h"
 #include "interchange/Playlists.h"
 
-BOOL ReadM3uEntries(const CString& path, CStringArray& titles, CStringArray& urls) {
+namespace {
+
+// The first "," outside double quotes: attributes such as
+// user-agent="Mozilla/5.0 (X11, Linux)" come before the title. A line whose
+// quotes don't close falls back to its first ",".
+int TitleComma(const CString& line) {
+    bool quoted = false;
+    for (int i = 0; i < line.GetLength(); ++i) {
+        if (line[i] == u'"')
+            quoted = !quoted;
+        else if (line[i] == u',' && !quoted)
+            return i;
+    }
+    return line.Find(u',');
+}
+
+} // namespace
+
+BOOL ReadM3uEntries(const CString& path, const CString& folder, CStringArray& titles,
+                    CStringArray& locations) {
     return ForEachPlaylistLine(path, [&](const CString& line, const CString& lower) {
-        if (lower.Find(CString(u"#extinf:-1")) >= 0) {
-            const int comma = line.Find(u',');
+        if (lower.Find(CString(u"#extinf:")) >= 0) {
+            const int comma = TitleComma(line);
             if (comma >= 0)
                 titles.Add(line.Mid(comma + 1));
-        } else if (lower.Left(4) == u"http") {
-            urls.Add(line);
+        } else if (lower.Left(4) == u"http" || lower.Left(7) == u"rtsp://" ||
+                   lower.Left(8) == u"rtspt://") {
+            locations.Add(line);
+        } else if (!folder.IsEmpty() && !line.IsEmpty() && line[0] != u'#' &&
+                   !IsWhiteSpaceUnit(line[0])) {
+            locations.Add(ResolvePlaylistEntry(line, folder));
         }
     });
 }

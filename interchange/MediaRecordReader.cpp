@@ -96,7 +96,9 @@ BOOL CMediaItem::SetTopicsFromList(const CString& list, const CTopicStrAliasAr* 
         return FALSE;
     const int length = list.GetLength();
     int start = 0;
-    while (start < length) {
+    // A list past the deepest level can never be filed; what lies beyond it
+    // isn't kept, so a hostile list costs no memory.
+    while (start < length && m_topics.GetSize() <= MAX_TOPIC_DEPTH) {
         const int comma = list.Find(u',', start);
         const int end = comma < 0 ? length : comma;
         CString name = list.Mid(start, end - start);

@@ -88,6 +88,19 @@ BOOL CStdioFile::ReadString(CString& line) {
     return TRUE;
 }
 
+BOOL CStdioFile::ReadLineBytes(std::string& line, size_t maxBytes) {
+    line.clear();
+    bool any = false;
+    for (int c = GetByte(); c >= 0; c = GetByte()) {
+        any = true;
+        if (c == '\n')
+            break;
+        if (line.size() < maxBytes)
+            line += static_cast<char>(c);
+    }
+    return any ? TRUE : FALSE;
+}
+
 ULONGLONG CStdioFile::GetPosition() const {
     return CFile::GetPosition() - (m_bufferLen - m_bufferPos);
 }

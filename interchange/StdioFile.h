@@ -15,6 +15,10 @@ public:
     // The next line without its LF, of any length; narrow text is taken as
     // UTF-8. Gives 0 only at the end of the file.
     virtual BOOL ReadString(CString& line);
+    // The bytes of the next line without its LF; of a longer line only the
+    // first `maxBytes` are kept and the rest is passed over. Gives 0 only at
+    // the end of the file.
+    BOOL ReadLineBytes(std::string& line, size_t maxBytes);
     // The position the stream has reached, which lags behind the file's own
     // position by what is buffered and not yet taken.
     ULONGLONG GetPosition() const override;

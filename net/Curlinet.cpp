@@ -1,6 +1,8 @@
 #include "net/Curlinet.h"
 
+#include <atomic>
 #include <cerrno>
+#include <strings.h>
 
 #include "platform/base/AppContext.h"
 #include "platform/base/MessageBox.h"
@@ -16,6 +18,8 @@ constexpr int kNoHandle = -1;
 constexpr const char* kResolveFailedText = "Couldn't resolve host name";
 constexpr const char* kAbortedByCallbackText = "Operation was aborted by an application callback";
 
+std::atomic<long> g_stallSeconds{kDefaultStallSeconds};
+
 void ApplyOption(CURL* curl, const CurlOption& option) {
     if (option.write)
         curl_easy_setopt(curl, option.id, option.write);
@@ -29,6 +33,14 @@ void ApplyOption(CURL* curl, const CurlOption& option) {
 }
 
 } // namespace
+
+void SetTransferStallSeconds(long seconds) {
+    g_stallSeconds = seconds;
+}
+
+long GetTransferStallSeconds() {
+    return g_stallSeconds;
+}
 
 std::string StringToAnsi(const CString& text) {
     return text.ToUtf8();
@@ -64,6 +76,14 @@ std::vector<CurlOption> CCurlinet::TransferOptions(const std::string& url,
     options.push_back({.id = CURLOPT_HTTPGET, .number = 1});
     options.push_back({.id = CURLOPT_WRITEDATA, .data = this});
     options.push_back({.id = CURLOPT_VERBOSE, .number = 1});
+    options.push_back({.id = CURLOPT_PROTOCOLS_STR, .text = "http,https"});
+    // Never from https to plain http: the answer of a trusted server must not
+    // lead to one nobody can check.
+    const bool secure = strncasecmp(url.c_str(), "https:", 6) == 0;
+    options.push_back({.id = CURLOPT_REDIR_PROTOCOLS_STR, .text = secure ? "https" : "http,https"});
+    options.push_back({.id = CURLOPT_MAXREDIRS, .number = kMaxRedirects});
+    options.push_back({.id = CURLOPT_LOW_SPEED_LIMIT, .number = 1});
+    options.push_back({.id = CURLOPT_LOW_SPEED_TIME, .number = g_stallSeconds});
     if (userAgent || m_watch) {
         options.push_back({.id = CURLOPT_NOPROGRESS, .number = 0});
         options.push_back(
@@ -182,7 +202,8 @@ size_t CCurlinet::OnWrite(const char* buffer, size_t count) {
     if (m_maxBytes) {
         m_bytesReceived += static_cast<uint32_t>(count);
         if (m_bytesReceived > m_maxBytes) {
-            AfxMessageBox(u"Cancelling download - maximum file size exceeded.");
+            if (!m_bQuietLimit)
+                AfxMessageBox(u"Cancelling download - maximum file size exceeded.");
             return 0;
         }
     }

@@ -17,6 +17,16 @@ inline constexpr const char16_t* kCaCertRelativePath = u"/Curl_Local/bin/cacert.
 // The user agent of transfers made for background jobs.
 inline constexpr const char* kJobUserAgent = "Orvex application";
 
+// Limits that keep a transfer from hanging or wandering: a transfer that
+// moves less than a byte a second for the stall time ends with libcurl's time-out,
+// at most kMaxRedirects redirects are followed, and only to http and https
+// (from https only to https).
+constexpr long kMaxRedirects = 10;
+constexpr long kDefaultStallSeconds = 30;
+// The stall time of every transfer of this process; tests shorten it.
+void SetTransferStallSeconds(long seconds);
+long GetTransferStallSeconds();
+
 // One option handed to libcurl: a number, a text, a pointer or a callback,
 // whichever the option takes.
 struct CurlOption {
@@ -38,6 +48,9 @@ public:
     CFile m_file;
     uint32_t m_bytesReceived; // counted only while a limit is set
     uint32_t m_maxBytes;      // 0: no limit
+    // A crossed limit ends the transfer without a message box: for bodies
+    // that nobody reads.
+    BOOL m_bQuietLimit = FALSE;
     // Set only for a blocking transfer that a window watches from another
     // thread: told the bytes so far and the announced size (0: not known);
     // answering false stops the transfer, which then fails with "Download

@@ -11,7 +11,8 @@ void CJobLink::ShowStatus(const CString& text) {
         return;
     AfxGetAppContext().SetUpdateStatus(text);
     PostMessageW(m_hwndProgress, UM_UPDATE_STATUS, 0, 0);
-    std::this_thread::sleep_for(std::chrono::milliseconds(kStatusPauseMilliseconds));
+    if (m_statusPauseMs)
+        std::this_thread::sleep_for(std::chrono::milliseconds(m_statusPauseMs));
 }
 
 BOOL CJobLink::IsCancelled() {

@@ -11,15 +11,16 @@ public:
     HWND m_hwndMain = nullptr;
     HWND m_hwndProgress = nullptr;
     CEvent* m_pCancelEvent = nullptr;
+    // How long each status text holds the job, so that a dialog reads it
+    // before the next replaces it. A job whose texts are taken as they are
+    // set (a console) needs none.
+    DWORD m_statusPauseMs = 250;
 
     // With a progress window: puts the text in the application's status slot,
-    // posts UM_UPDATE_STATUS to the window and gives it a quarter of a second
-    // to be read before the next one replaces it. Without one: nothing.
+    // posts UM_UPDATE_STATUS to the window and pauses m_statusPauseMs.
+    // Without one: nothing.
     void ShowStatus(const CString& text);
     // Polls the cancel event without waiting; a poll that finds it set also
     // clears it, so a request to stop is seen exactly once.
     BOOL IsCancelled();
 };
-
-// How long ShowStatus holds the job after each text.
-constexpr DWORD kStatusPauseMilliseconds = 250;

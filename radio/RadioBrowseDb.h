@@ -7,6 +7,7 @@
 #include "net/JobLink.h"
 #include "platform/base/Archive.h"
 #include "radio/RadioRecords.h"
+#include "radio/StationResults.h"
 
 class CStationSearchIndex;
 enum class StationField : int8_t;
@@ -34,6 +35,10 @@ public:
     CTagArray m_tags;
     CStateArray m_states;
     CStation m_work;
+    // The last parsed directory did not end with the closing tag of its root
+    // element: it was cut short, whatever the number of stations, and is
+    // judged corrupt with the limits.
+    BOOL m_bDirectoryCut = FALSE;
 
     BOOL m_bFindName = FALSE;
     BOOL m_bFindCountry = FALSE;
@@ -50,7 +55,9 @@ public:
     int32_t m_minClicks = 0;
     int32_t m_minVotes = 0;
 
-    CStationAr m_results;
+    // The last search's hits: the stations themselves, not copies (see
+    // CStationResults); emptied by every change of the tables.
+    CStationResults m_results{m_stations};
     CString m_scratchA;
     CString m_scratchB;
 
@@ -111,22 +118,22 @@ public:
     int SearchStations();
     void ClearCriteria();
     void ClearSearch();
+    // Sorts the results by the first key whose flag is set: the name without
+    // case, then votes, then clicks; votes and clicks fall back to the name,
+    // in the same direction. Equal results keep their order.
     void SortResults(BOOL ascending, BOOL byName, BOOL byVotes, BOOL byClicks);
-    // Drops what the search has derived from the stations; called by every
-    // operation here that changes m_stations. Code that edits the table in
-    // place must call it too.
+    // Drops what the search has derived from the stations, the results
+    // too; called by every operation here that changes m_stations. Code that
+    // edits the table in place must call it too.
     void InvalidateSearchIndex();
 
 private:
     void AddStationTags(const CString& tags);
-    // Empties m_results into m_spareResults, whose records the next search
-    // fills; they go with the stations' tables.
-    void DropResults();
+    CStationSearchIndex& SearchIndex();
     struct ListIndexes;
     ListIndexes& Indexes();
 
     std::unique_ptr<CStationSearchIndex> m_searchIndex;
-    std::vector<CStation> m_spareResults;
     // Lookup indexes of AddTag and AddState, alive while a list is built.
     std::unique_ptr<ListIndexes> m_listIndexes;
 };

@@ -1,6 +1,7 @@
 // The tables as a whole: the file's body, copying, clearing.
 #include "platform/base/File.h"
 #include "platform/base/MessageBox.h"
+#include "platform/base/ReplacingFile.h"
 #include "radio/ListIndexes.h"
 #include "radio/RadioBrowseDb.h"
 #include "radio/StationSearchIndex.h"
@@ -23,6 +24,13 @@ void ReadTable(CArchive& ar, Array& table, ReadOne readOne) {
         readOne(record);
         table.Add(std::move(record));
     }
+}
+
+std::unique_ptr<CStationSearchIndex> IndexOf(const CStationAr& stations) {
+    auto index = std::make_unique<CStationSearchIndex>();
+    for (const CStation& station : stations)
+        index->Append(station);
+    return index;
 }
 
 template <typename Record>
@@ -57,9 +65,13 @@ void CRadioBrowseDb::StoreTo(CArchive& ar) const {
 
 void CRadioBrowseDb::LoadFrom(CArchive& ar) {
     InvalidateSearchIndex();
+    // The search's index grows with the stations, each indexed while its
+    // text is at hand, so that even the first search after a load is quick.
+    m_searchIndex = std::make_unique<CStationSearchIndex>();
     ReadTable(ar, m_stations, [&](CStation& s) {
         ar >> s.m_name >> s.m_url >> s.m_country >> s.m_state >> s.m_language >> s.m_tags;
         ar >> s.m_votes >> s.m_clicks;
+        m_searchIndex->Append(s);
     });
     ReadTable(ar, m_countries, [&](CCountryCode& c) { ReadCodeRecord(ar, c); });
     ReadTable(ar, m_tags, [&](CTag& t) { ar >> t.m_name >> t.m_count; });
@@ -72,6 +84,7 @@ void CRadioBrowseDb::AssignTables(const CRadioBrowseDb& other) {
         return;
     InvalidateSearchIndex();
     m_stations.Copy(other.m_stations);
+    m_searchIndex = IndexOf(m_stations);
     m_countries.Copy(other.m_countries);
     m_tags.Copy(other.m_tags);
     m_states.Copy(other.m_states);
@@ -99,24 +112,23 @@ int CRadioBrowseDb::FindNoCase(const CString& text, const CString& pattern) {
 
 void CRadioBrowseDb::InvalidateSearchIndex() {
     m_searchIndex.reset();
-    m_spareResults = std::vector<CStation>();
+    m_results.RemoveAll();
 }
 
 namespace {
 
-// Opens `path` and runs `work` on it; a failure to open and any exception on
-// the way are shown with the exception's own report and give 0. `work` gives
-// 0 when it has abandoned the file itself.
-template <typename Work>
-BOOL WithRadioFile(const CString& path, UINT openFlags, Work work) {
-    CFile file;
+// Runs `work` on a file that `open` opened; a failure to open and any
+// exception on the way are shown with the exception's own report and give 0.
+// `work` gives 0 when it has abandoned the file itself.
+template <typename Open, typename Work>
+BOOL WithRadioFile(CFile& file, Open open, Work work) {
     CFileException error;
-    if (!file.Open(path, openFlags, &error)) {
+    if (!open(error)) {
         error.ReportError();
         return FALSE;
     }
     try {
-        if (!work(file)) {
+        if (!work()) {
             file.Abort();
             return FALSE;
         }
@@ -132,7 +144,10 @@ BOOL WithRadioFile(const CString& path, UINT openFlags, Work work) {
 } // namespace
 
 BOOL SaveRadioBrowseFile(const CRadioBrowseDb& db, const CString& path) {
-    return WithRadioFile(path, CFile::modeCreate | CFile::modeWrite, [&](CFile& file) {
+    // The old database stays until the new one is complete on the disc.
+    CReplacingFile file;
+    const auto open = [&](CFileException& error) { return file.OpenForReplace(path, &error); };
+    return WithRadioFile(file, open, [&] {
         CArchive ar(&file, CArchive::store, 4096);
         ar << int32_t{1};
         db.StoreTo(ar);
@@ -142,7 +157,11 @@ BOOL SaveRadioBrowseFile(const CRadioBrowseDb& db, const CString& path) {
 }
 
 BOOL LoadRadioBrowseFile(CRadioBrowseDb& db, const CString& path) {
-    return WithRadioFile(path, CFile::modeRead | CFile::shareDenyWrite, [&](CFile& file) {
+    CFile file;
+    const auto open = [&](CFileException& error) {
+        return file.Open(path, CFile::modeRead | CFile::shareDenyWrite, &error);
+    };
+    return WithRadioFile(file, open, [&] {
         if (file.GetLength() == 0)
             return FALSE;
         CArchive ar(&file, CArchive::load, 4096);

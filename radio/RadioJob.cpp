@@ -11,6 +11,7 @@ int CRadioBrowseDb::BuildStationArrayThread(const CString& url, const CString& f
                                             CString* error) {
     m_lastProgress = -1;
     CCurlinet transfer;
+    transfer.m_statusPauseMs = m_statusPauseMs;
     ShowStatus(CString(u"Getting Radio Browser station data from RB server.\r\nPlease wait."));
     if (m_hwndProgress)
         PostMessageW(m_hwndProgress, UM_UPDATE_RANGE, 0, 40);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "radio/StationText.h"
+
 void CStation::Reset() {
     m_name.Empty();
     m_url.Empty();
@@ -15,10 +17,7 @@ void CStation::Reset() {
 }
 
 std::u16string FoldForSort(const CString& text) {
-    std::u16string folded(text.str());
-    for (char16_t& ch : folded)
-        ch = ToLowerUnit(ch);
-    return folded;
+    return FoldedStationText(text.view());
 }
 
 namespace {
@@ -38,31 +37,6 @@ void SortByKeys(std::vector<T>& items, Less less) {
 }
 
 } // namespace
-
-void CStationAr::SortStations(BOOL ascending, BOOL byName, BOOL byVotes, BOOL byClicks) {
-    if (!byName && !byVotes && !byClicks)
-        return;
-    std::vector<CStation>& items = Items();
-    std::vector<std::u16string> names(items.size());
-    for (size_t i = 0; i < items.size(); ++i)
-        names[i] = FoldForSort(items[i].m_name);
-    const bool up = ascending != 0;
-    auto byNameOnly = [&](size_t a, size_t b) {
-        return up ? names[a] < names[b] : names[b] < names[a];
-    };
-    if (byName) {
-        SortByKeys(items, byNameOnly);
-        return;
-    }
-    const bool votes = byVotes != 0;
-    SortByKeys(items, [&](size_t a, size_t b) {
-        const int32_t ka = votes ? items[a].m_votes : items[a].m_clicks;
-        const int32_t kb = votes ? items[b].m_votes : items[b].m_clicks;
-        if (ka != kb)
-            return up ? ka < kb : kb < ka;
-        return byNameOnly(a, b);
-    });
-}
 
 void CTagArray::SortTags() {
     std::vector<CTag>& items = Items();

@@ -45,12 +45,7 @@ public:
     friend bool operator==(const CTag&, const CTag&) = default;
 };
 
-class CStationAr : public CArray<CStation> {
-public:
-    // Sorts by the first key whose flag is set: name, then votes, then clicks.
-    // Votes and clicks fall back to the name, in the same direction.
-    void SortStations(BOOL ascending, BOOL byName, BOOL byVotes, BOOL byClicks);
-};
+class CStationAr : public CArray<CStation> {};
 
 template <typename Record>
 class CCodeArray : public CArray<Record> {
@@ -84,5 +79,6 @@ public:
     void SortStates();
 };
 
-// The sort key the program uses for text "without case": each unit lowered.
+// The sort key of text "without case": decoded as people read it, in simple
+// case folding.
 std::u16string FoldForSort(const CString& text);

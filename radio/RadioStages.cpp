@@ -48,14 +48,14 @@ int CRadioBrowseDb::BuildLookupLists(int stationCount, CString* error) {
         }
         if (i < last && IsCancelled())
             return 0;
-        if (i < last && m_hwndProgress)
+        if (m_hwndProgress)
             PostMessageW(m_hwndProgress, UM_UPDATE_POS, 0, i + 1);
     }
     ResolveLanguageCodes();
     SetLanguageCodesUsed();
     if (m_hwndProgress)
         PostMessageW(m_hwndProgress, UM_UPDATE_POS, 0, last + 1);
-    if (!MeetsLimits()) {
+    if (m_bDirectoryCut || !MeetsLimits()) {
         const CString corrupt(u"Radio Browser data appears corrupt - update failed.");
         if (error)
             *error = corrupt;

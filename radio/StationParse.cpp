@@ -119,6 +119,7 @@ int CRadioBrowseDb::ParseStationFile(const CString& fileName, CString* error) {
         return 0;
     }
     file.Abort();
+    m_bDirectoryCut = !scanner.EndsWithRootClosed();
     if (m_stations.IsEmpty()) {
         const CString text(u"CRadioBrowseDb::LoadDb - got no stations.\n");
         if (error)

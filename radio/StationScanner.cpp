@@ -8,6 +8,11 @@
 namespace {
 
 constexpr size_t kMaxKeyLength = 16; // longer than the longest known key
+constexpr size_t kMaxTagNameLength = 64;
+
+bool IsXmlWhiteSpace(BYTE c) {
+    return c == ' ' || c == '\t' || c == '\r' || c == '\n';
+}
 
 struct KnownKey {
     std::u16string_view key;
@@ -76,11 +81,15 @@ BOOL CStationScanner::Feed(const BYTE* data, size_t size) {
         }
         const BYTE c = *p++;
         ++m_position;
+        if (m_lastOpen == 0 && !IsXmlWhiteSpace(c) && c != '<')
+            m_textAfterLastTag = true;
         switch (c) {
         case '"':
+            m_inTagName = false;
             OpenValue();
             break;
         case ' ':
+            m_inTagName = false;
             m_key.clear();
             m_keyOverflow = false;
             break;
@@ -88,13 +97,18 @@ BOOL CStationScanner::Feed(const BYTE* data, size_t size) {
             break;
         case '<':
             m_lastOpen = m_position;
+            m_inTagName = true;
+            m_tagName.clear();
             break;
         case '>':
+            m_inTagName = false;
             EndOfTag();
             if (m_db.IsCancelled())
                 return FALSE;
             break;
         default:
+            if (m_inTagName)
+                NoteTagName(c);
             if (m_key.size() < kMaxKeyLength)
                 m_key.push_back(static_cast<char>(c));
             else
@@ -126,7 +140,26 @@ void CStationScanner::CloseValue() {
     m_value.clear();
 }
 
+void CStationScanner::NoteTagName(BYTE c) {
+    if (IsXmlWhiteSpace(c))
+        m_inTagName = false;
+    else if (m_tagName.size() < kMaxTagNameLength)
+        m_tagName.push_back(static_cast<char>(c));
+}
+
+bool CStationScanner::EndsWithRootClosed() const {
+    return !m_rootName.empty() && !m_inValue && m_lastOpen == 0 && !m_textAfterLastTag &&
+           m_lastTagName == "/" + m_rootName;
+}
+
 void CStationScanner::EndOfTag() {
+    if (m_lastOpen != 0) {
+        m_lastTagName = m_tagName;
+        m_textAfterLastTag = false;
+        const char first = m_tagName.empty() ? '?' : m_tagName[0];
+        if (m_rootName.empty() && first != '?' && first != '!' && first != '/')
+            m_rootName = m_tagName;
+    }
     const bool record = m_position - m_lastOpen > 9;
     m_lastOpen = 0;
     if (!record)

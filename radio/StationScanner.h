@@ -36,12 +36,17 @@ public:
     // cancelled at a ">", after which nothing more may be fed.
     BOOL Feed(const BYTE* data, size_t size);
     int Added() const { return m_added; }
+    // Whether what was fed so far ends with the closing tag of the first
+    // element opened, with nothing but white space behind it: a document cut
+    // short anywhere else is not.
+    bool EndsWithRootClosed() const;
 
 private:
     void EndOfTag();
     void OpenValue();
     void CloseValue();
     void ReportProgress();
+    void NoteTagName(BYTE c);
 
     CRadioBrowseDb& m_db;
     int64_t m_position = 0;
@@ -54,4 +59,11 @@ private:
     StationField m_valueField = StationField::none;
     std::string m_value;
     int m_added = 0;
+    // The first word of the tag being read, the root element's name and the
+    // last tag's, each bounded: only whether they match matters.
+    bool m_inTagName = false;
+    std::string m_tagName;
+    std::string m_rootName;
+    std::string m_lastTagName;
+    bool m_textAfterLastTag = false;
 };

@@ -1,31 +1,45 @@
 // The search over all stations: every criterion that is set must hold, the
 // tags among themselves need only one. A text criterion holds when it occurs
-// anywhere in its field, both taken in upper case.
+// anywhere in its field, both decoded and in simple case folding.
 #include <algorithm>
-#include <iterator>
 
 #include "radio/RadioBrowseDb.h"
 #include "radio/StationSearchIndex.h"
+#include "radio/StationText.h"
 #include "radio/TextFind.h"
-#include "radio/TextKeys.h"
 
-CStationSearchIndex::CStationSearchIndex(const CStationAr& stations) : m_size(stations.GetSize()) {
+CStationSearchIndex::CStationSearchIndex() {
+    for (bool& made : m_made)
+        made = true;
+}
+
+void CStationSearchIndex::Append(const CStation& station) {
+    for (int field = 0; field < fieldCount; ++field) {
+        CColumn& column = m_columns[field];
+        AppendFoldedStationText((station.*kFields[field]).view(), column.m_text);
+        column.m_ends.push_back(static_cast<uint32_t>(column.m_text.size()));
+    }
+    ++m_size;
+}
+
+const CStationSearchIndex::CColumn& CStationSearchIndex::Column(const CStationAr& stations,
+                                                                Field field) {
+    CColumn& column = m_columns[field];
+    if (m_made[field])
+        return column;
+    const CString CStation::*member = kFields[field];
     size_t total = 0;
+    for (const CStation& s : stations)
+        total += (s.*member).str().size();
+    // Decoding never makes text longer.
+    column.m_text.reserve(total);
+    column.m_ends.reserve(static_cast<size_t>(stations.GetSize()));
     for (const CStation& s : stations) {
-        total += s.m_name.str().size() + s.m_country.str().size() + s.m_state.str().size() +
-                 s.m_language.str().size() + s.m_tags.str().size();
+        AppendFoldedStationText((s.*member).view(), column.m_text);
+        column.m_ends.push_back(static_cast<uint32_t>(column.m_text.size()));
     }
-    m_text.reserve(total);
-    m_spans.reserve(static_cast<size_t>(m_size) * fieldCount);
-    for (const CStation& s : stations) {
-        for (const CString* field :
-             {&s.m_name, &s.m_country, &s.m_state, &s.m_language, &s.m_tags}) {
-            const size_t begin = m_text.size();
-            for (char16_t ch : field->str())
-                m_text.push_back(ToUpperUnit(ch));
-            m_spans.push_back({begin, field->str().size()});
-        }
-    }
+    m_made[field] = true;
+    return column;
 }
 
 int CRadioBrowseDb::CountCriteria() const {
@@ -33,41 +47,40 @@ int CRadioBrowseDb::CountCriteria() const {
            m_bMinClicks + m_bMinVotes;
 }
 
-void CRadioBrowseDb::DropResults() {
-    // The records go to the spare set with their strings' memory, for the
-    // next search to copy into; no string is freed on the way.
-    std::vector<CStation>& results = m_results.Items();
-    if (m_spareResults.empty()) {
-        results.swap(m_spareResults);
-    } else {
-        m_spareResults.insert(m_spareResults.end(), std::make_move_iterator(results.begin()),
-                              std::make_move_iterator(results.end()));
-        results.clear();
-    }
+CStationSearchIndex& CRadioBrowseDb::SearchIndex() {
+    if (!m_searchIndex || m_searchIndex->GetSize() != m_stations.GetSize())
+        m_searchIndex = std::make_unique<CStationSearchIndex>(m_stations.GetSize());
+    return *m_searchIndex;
 }
 
 int CRadioBrowseDb::SearchStations() {
-    DropResults();
+    m_results.RemoveAll();
     if (CountCriteria() == 0)
         return 0;
-    if (!m_searchIndex || m_searchIndex->GetSize() != m_stations.GetSize())
-        m_searchIndex = std::make_unique<CStationSearchIndex>(m_stations);
-    const CStationSearchIndex& index = *m_searchIndex;
+    using Index = CStationSearchIndex;
+    Index& index = SearchIndex();
+    auto column = [&](BOOL wanted, Index::Field field) {
+        return wanted ? &index.Column(m_stations, field) : nullptr;
+    };
+    const Index::CColumn* names = column(m_bFindName, Index::name);
+    const Index::CColumn* countries = column(m_bFindCountry, Index::country);
+    const Index::CColumn* states = column(m_bFindState, Index::state);
+    const Index::CColumn* languages = column(m_bFindLanguage, Index::language);
+    const Index::CColumn* tagTexts = column(m_bFindTags, Index::tags);
 
-    const std::u16string name = UpperText(m_findName.view());
-    const std::u16string country = UpperText(m_findCountry.view());
-    const std::u16string state = UpperText(m_findState.view());
-    const std::u16string language = UpperText(m_findLanguage.view());
+    // Criteria come as people type them; decoding them too lets a criterion
+    // taken from the tables (a state, a tag) match as well.
+    const std::u16string name = FoldedStationText(m_findName.view());
+    const std::u16string country = FoldedStationText(m_findCountry.view());
+    const std::u16string state = FoldedStationText(m_findState.view());
+    const std::u16string language = FoldedStationText(m_findLanguage.view());
     std::vector<std::u16string> tags;
     for (const CString& tag : m_findTags)
-        tags.push_back(UpperText(tag.view()));
+        tags.push_back(FoldedStationText(tag.view()));
 
     auto occurs = [](std::u16string_view field, const std::u16string& pattern) {
         return FindUnits(field, pattern) != std::u16string_view::npos;
     };
-    // Matches are noted first and copied afterwards into a table of the right
-    // size: a search that hits most stations copies each once.
-    std::vector<int> hits;
     // A station is in when every criterion that is set holds, so the first
     // that fails ends its tests; the cheap ones go first.
     auto holds = [&](int i) {
@@ -76,16 +89,16 @@ int CRadioBrowseDb::SearchStations() {
             return false;
         if (m_bMinVotes && station.m_votes < m_minVotes)
             return false;
-        if (m_bFindCountry && !occurs(index.Get(i, CStationSearchIndex::country), country))
+        if (countries && !occurs(countries->Get(i), country))
             return false;
-        if (m_bFindLanguage && !occurs(index.Get(i, CStationSearchIndex::language), language))
+        if (languages && !occurs(languages->Get(i), language))
             return false;
-        if (m_bFindState && !occurs(index.Get(i, CStationSearchIndex::state), state))
+        if (states && !occurs(states->Get(i), state))
             return false;
-        if (m_bFindName && !occurs(index.Get(i, CStationSearchIndex::name), name))
+        if (names && !occurs(names->Get(i), name))
             return false;
-        if (m_bFindTags) {
-            const std::u16string_view field = index.Get(i, CStationSearchIndex::tags);
+        if (tagTexts) {
+            const std::u16string_view field = tagTexts->Get(i);
             if (field.empty())
                 return false;
             for (const std::u16string& tag : tags) {
@@ -96,25 +109,16 @@ int CRadioBrowseDb::SearchStations() {
         }
         return true;
     };
+    std::vector<int>& hits = m_results.Positions();
     for (int i = 0; i < m_stations.GetSize(); ++i) {
         if (holds(i))
             hits.push_back(i);
     }
-    std::vector<CStation>& results = m_results.Items();
-    const size_t reused = std::min(hits.size(), m_spareResults.size());
-    results.reserve(hits.size());
-    results.insert(results.end(),
-                   std::make_move_iterator(m_spareResults.end() - static_cast<long>(reused)),
-                   std::make_move_iterator(m_spareResults.end()));
-    m_spareResults.resize(m_spareResults.size() - reused);
-    results.resize(hits.size());
-    for (size_t k = 0; k < hits.size(); ++k)
-        results[k] = m_stations[hits[k]];
     return m_results.GetSize();
 }
 
 void CRadioBrowseDb::ClearCriteria() {
-    DropResults();
+    m_results.RemoveAll();
     m_bFindName = m_bFindCountry = m_bFindState = m_bFindLanguage = FALSE;
     m_bFindTags = m_bMinClicks = m_bMinVotes = FALSE;
     m_findName.Empty();
@@ -127,12 +131,32 @@ void CRadioBrowseDb::ClearCriteria() {
 }
 
 void CRadioBrowseDb::ClearSearch() {
-    DropResults();
+    m_results.RemoveAll();
     ClearCriteria();
 }
 
 void CRadioBrowseDb::SortResults(BOOL ascending, BOOL byName, BOOL byVotes, BOOL byClicks) {
-    if (m_results.IsEmpty())
+    if (m_results.IsEmpty() || (!byName && !byVotes && !byClicks))
         return;
-    m_results.SortStations(ascending, byName, byVotes, byClicks);
+    // The folded names of the index are the sort keys "without case".
+    const CStationSearchIndex::CColumn& names =
+        SearchIndex().Column(m_stations, CStationSearchIndex::name);
+    const bool up = ascending != 0;
+    auto byNameOnly = [&](int a, int b) {
+        return up ? names.Get(a) < names.Get(b) : names.Get(b) < names.Get(a);
+    };
+    std::vector<int>& positions = m_results.Positions();
+    // Equal records keep their previous order.
+    if (byName) {
+        std::stable_sort(positions.begin(), positions.end(), byNameOnly);
+        return;
+    }
+    const int32_t CStation::*key = byVotes ? &CStation::m_votes : &CStation::m_clicks;
+    std::stable_sort(positions.begin(), positions.end(), [&](int a, int b) {
+        const int32_t ka = m_stations[a].*key;
+        const int32_t kb = m_stations[b].*key;
+        if (ka != kb)
+            return up ? ka < kb : kb < ka;
+        return byNameOnly(a, b);
+    });
 }

@@ -29,8 +29,9 @@ constexpr int ID_HELP_CONTENTS = 32786;
 constexpr int ID_ABOUT = 57664;
 
 // Enables and connects the commands that run the document's dialogs (Folder
-// Locations, LAV Setup, Export, Import) and gives the document its dialogs,
-// which the panes' editing commands use as well (ItemDialogCommands.cpp).
+// Locations, LAV Setup, Export, Import, the radio update and search) and Orvex
+// Help, and gives the document its dialogs, which the panes' editing commands
+// use as well (ItemDialogCommands.cpp).
 void ConnectItemDialogCommands(CMainFrame& frame, COrvexDoc& doc);
 // What the frame's drive watcher calls when the system's drives changed:
 // the document hears of each drive root that came or went (DriveEvents.cpp).

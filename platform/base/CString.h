@@ -153,6 +153,12 @@ inline CFormatArg::CFormatArg(const CString& s) : kind(Text16), s16(s.view()) {}
 char16_t ToUpperUnit(char16_t ch);
 char16_t ToLowerUnit(char16_t ch);
 bool IsWhiteSpaceUnit(char16_t ch);
+// Unicode simple case folding (one unit to one) of the Basic Multilingual
+// Plane: "É" and "é" fold alike, "ı" and "i" don't. For comparing text
+// without case the way people expect; surrogate units stay as they are.
+char16_t FoldCaseUnit(char16_t ch);
+// The same folding as a table of all 65,536 units, for folding in bulk.
+const char16_t* CaseFoldTable();
 
 template <>
 struct std::hash<CString> {

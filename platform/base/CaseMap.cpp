@@ -62,3 +62,46 @@ char16_t ToLowerUnit(char16_t ch) {
         return (ch >= u'A' && ch <= u'Z') ? static_cast<char16_t>(ch + 32) : ch;
     return Tables().lower[ch];
 }
+
+namespace {
+
+struct FoldRun {
+    char16_t first;
+    char16_t last;
+    int distance;
+    int stride;
+};
+
+constexpr FoldRun kFoldRuns[] = {
+#include "platform/base/CaseFoldingTable.inc"
+};
+
+struct FoldTable {
+    char16_t fold[0x10000];
+
+    FoldTable() {
+        for (unsigned u = 0; u < 0x10000; ++u)
+            fold[u] = static_cast<char16_t>(u);
+        for (const FoldRun& run : kFoldRuns) {
+            for (unsigned u = run.first; u <= run.last; u += static_cast<unsigned>(run.stride))
+                fold[u] = static_cast<char16_t>(static_cast<int>(u) + run.distance);
+        }
+    }
+};
+
+const FoldTable& Folds() {
+    static const std::unique_ptr<FoldTable> table = std::make_unique<FoldTable>();
+    return *table;
+}
+
+} // namespace
+
+const char16_t* CaseFoldTable() {
+    return Folds().fold;
+}
+
+char16_t FoldCaseUnit(char16_t ch) {
+    if (ch < 0x80)
+        return (ch >= u'A' && ch <= u'Z') ? static_cast<char16_t>(ch + 32) : ch;
+    return Folds().fold[ch];
+}

@@ -97,3 +97,38 @@ std::string Utf16ToUtf8(std::u16string_view in) {
     }
     return out;
 }
+
+bool IsValidUtf8(std::string_view bytes) {
+    const auto* s = reinterpret_cast<const unsigned char*>(bytes.data());
+    const size_t n = bytes.size();
+    for (size_t i = 0; i < n;) {
+        const unsigned char c = s[i];
+        if (c < 0x80) {
+            ++i;
+            continue;
+        }
+        int extra = 0;
+        unsigned char low = 0x80, high = 0xBF; // bounds of the second byte
+        if (c >= 0xC2 && c <= 0xDF) {
+            extra = 1;
+        } else if (c >= 0xE0 && c <= 0xEF) {
+            extra = 2;
+            low = c == 0xE0 ? 0xA0 : 0x80;
+            high = c == 0xED ? 0x9F : 0xBF;
+        } else if (c >= 0xF0 && c <= 0xF4) {
+            extra = 3;
+            low = c == 0xF0 ? 0x90 : 0x80;
+            high = c == 0xF4 ? 0x8F : 0xBF;
+        } else {
+            return false;
+        }
+        if (i + static_cast<size_t>(extra) >= n || s[i + 1] < low || s[i + 1] > high)
+            return false;
+        for (int k = 2; k <= extra; ++k) {
+            if ((s[i + static_cast<size_t>(k)] & 0xC0) != 0x80)
+                return false;
+        }
+        i += static_cast<size_t>(extra) + 1;
+    }
+    return true;
+}

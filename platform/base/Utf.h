@@ -14,5 +14,7 @@ UINT GetACP();
 
 // Malformed input becomes U+FFFD, one per bad sequence; never fails.
 std::u16string Utf8ToUtf16(std::string_view utf8);
+// Whether the bytes are well-formed UTF-8 throughout.
+bool IsValidUtf8(std::string_view bytes);
 // Unpaired surrogates become U+FFFD.
 std::string Utf16ToUtf8(std::u16string_view utf16);

@@ -84,6 +84,69 @@ TEST(DocImport, FailuresLeaveTheContentsAlone) {
     EXPECT_FALSE(f.doc.m_bContentsChanged);
 }
 
+TEST(DocImport, TopicsNestAtMostAThousandLevelsWhereverTheyAreMade) {
+    DocFixture f;
+    // Short names: a line of code-page text reaches the reader in pieces of
+    // 4095 bytes.
+    auto record = [](int levels) {
+        std::string topics = "a";
+        for (int level = 1; level < levels; ++level)
+            topics += ",a";
+        return "0\r\nAUDU\r\n6\r\n" + topics + "\r\n10\r\nx\r\n11\r\nhttp://x\r\n\r\n";
+    };
+    TempDir::Write(f.dir / "1000.txt", record(1000));
+    TempDir::Write(f.dir / "1001.txt", kTwoRecords + record(1001));
+    // UTF-16, ten thousand levels: refused at once, without running out of memory.
+    std::string wide = "\xFF\xFE";
+    for (char c : record(10000))
+        wide += std::string{c, '\0'};
+    TempDir::Write(f.dir / "10000.txt", wide);
+    const auto before = Flatten(f.doc.m_contents);
+    for (const char* file : {"1001.txt", "10000.txt"}) {
+        f.boxes.Clear();
+        EXPECT_FALSE(f.doc.ImportFromSource(IMPORT_SOURCE_MEDIA_RECORDS, f.dir.File(file), u""));
+        EXPECT_EQ(f.Texts(),
+                  (std::vector<CString>{
+                      Msg(u"Topics in %s nest deeper than 1000 levels. Nothing was imported.",
+                          f.dir.File(file)),
+                      Msg(u"Import from %s failed.", f.dir.File(file))}));
+        EXPECT_EQ(Flatten(f.doc.m_contents), before);
+    }
+    // Placed under a topic, a thousand levels become one too many.
+    EXPECT_FALSE(f.doc.ImportFromSource(IMPORT_SOURCE_MEDIA_RECORDS, f.dir.File("1000.txt"), u"T"));
+    EXPECT_EQ(Flatten(f.doc.m_contents), before);
+    // A thousand levels of their own fit, and the saved library loads again.
+    ASSERT_TRUE(f.doc.ImportFromSource(IMPORT_SOURCE_MEDIA_RECORDS, f.dir.File("1000.txt"), u""));
+    ASSERT_TRUE(f.doc.SaveContents(f.dir.File("c.dat")));
+    COrvexDoc back;
+    f.boxes.Clear();
+    EXPECT_TRUE(back.LoadContents(f.dir.File("c.dat")));
+    EXPECT_TRUE(f.boxes.Boxes().empty());
+    EXPECT_EQ(Flatten(back.m_contents), Flatten(f.doc.m_contents));
+
+    // Nor does the tree make a deeper topic by adding or moving one.
+    CMediaContents& tree = f.doc.m_contents;
+    const CTopic* walk = &tree.m_topics[0];
+    while (!walk->m_children.IsEmpty())
+        walk = &walk->m_children[0];
+    const CNodeArray deepest = walk->Path();
+    ASSERT_EQ(deepest.GetSize(), MAX_TOPIC_DEPTH);
+    CTopic child;
+    child.SetName(u"one more");
+    EXPECT_FALSE(tree.AddChildTopic(deepest, child, FALSE));
+    const MediaType type = MEDIA_AUDIO_URL;
+    CStringArray names;
+    names.Add(CString(u"R"));
+    names.Add(CString(u"S"));
+    CNodeArray path;
+    ASSERT_TRUE(tree.EnsureTopicPath(names, &type, path));
+    EXPECT_FALSE(tree.RelocateTopic(path, deepest, RELOCATE_INTO, FALSE));
+    CNodeArray parent;
+    path.GetParentPath(parent);
+    EXPECT_FALSE(tree.RelocateTopic(parent, deepest, RELOCATE_AFTER, FALSE));
+    EXPECT_TRUE(tree.RelocateTopic(path, deepest, RELOCATE_AFTER, FALSE));
+}
+
 TEST(DocImport, PlaylistsPlaceDirectlyInTheTopicAndTwiceGivesTwice) {
     DocFixture f;
     TempDir::Write(f.dir / "p.pls", "[playlist]\r\nFile1=http://s/one\r\nTitle1=One\r\n"
@@ -104,18 +167,7 @@ TEST(DocImport, PlaylistsPlaceDirectlyInTheTopicAndTwiceGivesTwice) {
     EXPECT_TRUE(f.doc.m_bContentsChanged);
 }
 
-TEST(DocImport, ContentsFileReplacesTheTreeSilently) {
-    DocFixture f;
-    ASSERT_TRUE(f.doc.SaveContents(f.dir.File("lib.dat")));
-    const auto saved = Flatten(f.doc.m_contents);
-    f.doc.m_contents.ResetContents();
-    EXPECT_TRUE(f.doc.ImportFromSource(IMPORT_SOURCE_DAT, f.dir.File("lib.dat"), u""));
-    EXPECT_TRUE(f.Texts().empty());
-    EXPECT_EQ(Flatten(f.doc.m_contents), saved);
-    EXPECT_TRUE(f.doc.m_bContentsChanged);
-}
-
-TEST(DocExport, EveryFormWithItsMessage) {
+TEST(DocExport, EveryFormWithItsMessageAndTheDatFileImportsSilently) {
     DocFixture f;
     CExportOptions options;
     options.m_form = EXPORT_FORM_DAT;
@@ -123,6 +175,7 @@ TEST(DocExport, EveryFormWithItsMessage) {
     options.m_form = EXPORT_FORM_MEDIA_RECORDS;
     options.m_excludeDiscFiles = TRUE;
     ASSERT_TRUE(f.doc.ExportContents(options, f.dir.File("o.txt")));
+    EXPECT_FALSE(f.doc.ExportContents(options, f.dir.File("no/dir/o.txt")));
     options.m_form = EXPORT_FORM_M3U;
     options.m_unicode = TRUE;
     ASSERT_TRUE(f.doc.ExportContents(options, f.dir.File("o.m3u")));
@@ -133,27 +186,24 @@ TEST(DocExport, EveryFormWithItsMessage) {
     dat.Format(u"%d Topics and %d Media items saved to %s.", topics, items, f.dir.File("o.dat"));
     EXPECT_EQ(f.Texts(),
               (std::vector<CString>{dat, Msg(u"4 Media records saved to %s.", f.dir.File("o.txt")),
+                                    Msg(u"Export to %s failed.", f.dir.File("no/dir/o.txt")),
                                     Msg(u"4 Media records saved to %s.", f.dir.File("o.m3u"))}));
     EXPECT_FALSE(f.doc.m_bContentsChanged);
 
-    COrvexDoc back;
-    MessageBoxRecorder quiet;
-    ASSERT_TRUE(back.LoadContents(f.dir.File("o.dat")));
-    EXPECT_EQ(Flatten(back.m_contents), Flatten(f.doc.m_contents));
-}
-
-TEST(DocExport, FailuresSayExportFailed) {
-    DocFixture f;
-    CExportOptions options;
-    options.m_form = EXPORT_FORM_MEDIA_RECORDS;
-    EXPECT_FALSE(f.doc.ExportContents(options, f.dir.File("no/dir/o.txt")));
+    // The contents file replaces the tree and says nothing.
+    const auto saved = Flatten(f.doc.m_contents);
     f.doc.m_contents.ResetContents();
-    options.m_form = EXPORT_FORM_M3U;
+    f.boxes.Clear();
+    EXPECT_TRUE(f.doc.ImportFromSource(IMPORT_SOURCE_DAT, f.dir.File("o.dat"), u""));
+    EXPECT_TRUE(f.Texts().empty());
+    EXPECT_EQ(Flatten(f.doc.m_contents), saved);
+    EXPECT_TRUE(f.doc.m_bContentsChanged);
+
+    // A tree without a root topic exports nothing and leaves 0 bytes behind.
+    f.doc.m_contents.ResetContents();
     EXPECT_FALSE(f.doc.ExportContents(options, f.dir.File("empty.m3u")));
     EXPECT_EQ(f.Texts(),
-              (std::vector<CString>{Msg(u"Export to %s failed.", f.dir.File("no/dir/o.txt")),
-                                    Msg(u"Export to %s failed.", f.dir.File("empty.m3u"))}));
-    // The tree without a root topic leaves a file of 0 bytes behind.
+              std::vector<CString>{Msg(u"Export to %s failed.", f.dir.File("empty.m3u"))});
     EXPECT_EQ(TempDir::Read(f.dir / "empty.m3u"), "");
 }
 

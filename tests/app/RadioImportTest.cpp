@@ -21,12 +21,19 @@ const CTopic* RootTopic(const COrvexDoc& doc, const CString& name) {
 
 } // namespace
 
-TEST(RadioImport, ResultsBecomeAudioStreamsUnderARootTopic) {
+TEST(RadioImport, ResultsBecomeAudioStreamsAsPeopleReadThemUnderARootTopic) {
     COrvexDoc doc;
+    CStationAr& stations = doc.m_radioDb.m_stations;
     for (int i = 0; i < 12; ++i)
-        doc.m_radioDb.m_results.Add(Station(u"Station", u"http://s/stream"));
-    doc.m_radioDb.m_results[0].m_name = u"!!Playlist: List";
-    doc.m_radioDb.m_bFindName = TRUE;
+        stations.Add(Station(u"Station", u"http://s/stream"));
+    stations[0].m_name = u"!!Playlist: List";
+    // The directory's UTF-8 bytes, one per character, as the database keeps them.
+    stations[1].m_name = u"R\u00C3\u00A1dio \u00E6\u009D\u00B1";
+    stations[1].m_url = u"http://s/caf\u00C3\u00A9";
+    EXPECT_EQ(doc.ImportStationResults(CString(u"Imported Media"), 0), 0); // no results
+    doc.m_radioDb.m_bMinVotes = TRUE;
+    ASSERT_EQ(doc.m_radioDb.SearchStations(), 12);
+    EXPECT_EQ(doc.ImportStationResults(CString(), 0), 0);
     EXPECT_EQ(doc.ImportStationResults(CString(u"Imported Media"), 10), 10);
     const CTopic* topic = RootTopic(doc, CString(u"Imported Media"));
     ASSERT_NE(topic, nullptr);
@@ -35,22 +42,18 @@ TEST(RadioImport, ResultsBecomeAudioStreamsUnderARootTopic) {
     EXPECT_EQ(topic->m_media[0].m_name, CString(u"!!Playlist: List"));
     EXPECT_EQ(topic->m_media[0].m_location, CString(u"http://s/stream"));
     EXPECT_EQ(topic->m_media[0].m_type, MEDIA_AUDIO_URL);
+    EXPECT_EQ(topic->m_media[1].m_name, CString(u"R\u00E1dio \u6771"));
+    EXPECT_EQ(topic->m_media[1].m_location, CString(u"http://s/caf\u00E9"));
+    EXPECT_EQ(doc.m_contents.m_currentTopic.m_media.GetSize(), 10);
     EXPECT_TRUE(doc.m_bContentsChanged);
-    // Results and criteria are gone; a second import has nothing to take.
+    // Results and criteria are gone.
     EXPECT_TRUE(doc.m_radioDb.m_results.IsEmpty());
     EXPECT_EQ(doc.m_radioDb.CountCriteria(), 0);
-    EXPECT_EQ(doc.ImportStationResults(CString(u"Imported Media"), 0), 0);
-}
 
-TEST(RadioImport, ASecondImportDoublesAndAnEmptyTopicTakesNothing) {
-    COrvexDoc doc;
-    doc.m_radioDb.m_results.Add(Station(u"A", u"http://a"));
-    EXPECT_EQ(doc.ImportStationResults(CString(), 0), 0);
-    EXPECT_EQ(doc.m_radioDb.m_results.GetSize(), 1);
-    EXPECT_EQ(doc.ImportStationResults(CString(u"Radio"), 0), 1);
-    doc.m_radioDb.m_results.Add(Station(u"A", u"http://a"));
-    EXPECT_EQ(doc.ImportStationResults(CString(u"Radio"), 0), 1);
-    const CTopic* topic = RootTopic(doc, CString(u"Radio"));
-    ASSERT_NE(topic, nullptr);
-    EXPECT_EQ(topic->m_media.GetSize(), 2);
+    // A second import of the same stations doubles them.
+    doc.m_radioDb.m_results.AddStation(2);
+    EXPECT_EQ(doc.ImportStationResults(CString(u"Imported Media"), 0), 1);
+    doc.m_radioDb.m_results.AddStation(2);
+    EXPECT_EQ(doc.ImportStationResults(CString(u"Imported Media"), 0), 1);
+    EXPECT_EQ(RootTopic(doc, CString(u"Imported Media"))->m_media.GetSize(), 12);
 }

@@ -9,11 +9,14 @@
 #include "app/MainFrameLink.h"
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
+#include "bench/StationDirectoryWriter.h"
 #include "platform/base/AppContext.h"
 #include "platform/base/UserMessages.h"
+#include "platform/base/WaitCursor.h"
+#include "tests/support/JobRecorders.h"
 #include "tests/support/MessageBoxRecorder.h"
 #include "tests/support/PrintCString.h"
-#include "tests/support/StationDirectoryWriter.h"
+#include "tests/support/StartDirectory.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/TestHttpServer.h"
 
@@ -36,46 +39,23 @@ private:
     COrvexDoc& m_doc;
 };
 
-// The update dialog as far as the job needs it: the status box, the bar,
-// and the moment the job is over. It can press Cancel when a chosen text
-// shows.
+// The update dialog as far as the job needs it: the bar and the moment the
+// job is over. Its status texts are taken from the slot as they are set.
 class UpdateDialog : public CMessageTarget {
 public:
     LRESULT OnWindowMessage(UINT message, WPARAM, LPARAM lParam) override {
-        switch (message) {
-        case UM_UPDATE_STATUS: {
-            CString text;
-            if (AfxGetAppContext().GetUpdateStatus(text) && !text.IsEmpty())
-                texts.push_back(text);
-            if (m_doc && text == m_cancelAt)
-                m_doc->CancelRadioUpdate();
-            break;
-        }
-        case UM_UPDATE_RANGE:
+        if (message == UM_UPDATE_RANGE)
             range = static_cast<int>(lParam);
-            break;
-        case UM_UPDATE_POS:
+        else if (message == UM_UPDATE_POS)
             position = static_cast<int>(lParam);
-            break;
-        case UM_UPDATE_IDLE:
+        else if (message == UM_UPDATE_IDLE)
             idle = true;
-            break;
-        }
         return 0;
     }
-    void CancelAt(COrvexDoc* doc, const CString& text) {
-        m_doc = doc;
-        m_cancelAt = text;
-    }
 
-    std::vector<CString> texts;
     int range = -1;
     int position = -1;
     bool idle = false;
-
-private:
-    COrvexDoc* m_doc = nullptr;
-    CString m_cancelAt;
 };
 
 constexpr int kStations = 21000;
@@ -90,14 +70,7 @@ const std::string& Directory() {
 class RadioUpdateTest : public ::testing::Test {
 protected:
     RadioUpdateTest() {
-        std::filesystem::create_directories(m_start);
-        for (const char* file : {"RadioBrowse_CC.txt", "RadioBrowse_LC.txt"}) {
-            std::filesystem::copy_file(std::string(getenv("ORVEX_SOURCE_DIR")) + "/deploy/" + file,
-                                       m_start + "/" + file);
-        }
-        for (const char* file :
-             {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
-            TempDir::Write(m_start + "/" + file, "");
+        MakeStartDirectory(m_start);
         m_cwd = std::make_unique<ScopedCurrentDir>(m_start);
         m_env = std::make_unique<ScopedEnv>("XDG_DATA_HOME", m_root / "data");
         m_app = std::make_unique<COrvexApp>();
@@ -106,12 +79,17 @@ protected:
         });
         EXPECT_TRUE(m_app->InitInstance());
         m_doc = m_app->GetDocument();
+        // Every text is recorded as the job sets it, so the job needs no
+        // pause for a dialog to read it.
+        m_status = std::make_unique<RecordingAppContext>(CString(m_start));
+        m_doc->m_radioDbNew.m_statusPauseMs = 0;
         m_doc->m_serverUrl = CString(m_server.Url(""));
         if (m_doc->m_serverUrl.Right(1) == u"/")
             m_doc->m_serverUrl.Truncate(m_doc->m_serverUrl.GetLength() - 1);
         m_datFile = m_doc->m_dataFolder.ToUtf8() + "/RadioBrowse.dat";
     }
     ~RadioUpdateTest() override {
+        m_status.reset();
         m_app.reset();
         PumpMessages();
     }
@@ -128,13 +106,22 @@ protected:
         m_oldBytes = TempDir::Read(m_datFile);
     }
 
-    // Runs one job to its end; gives false when it didn't end in time.
-    bool RunJob(UpdateDialog& dialog) {
+    // Runs one job to its end and gives the texts it showed; empty when it
+    // didn't end in time.
+    std::vector<CString> RunJob(UpdateDialog& dialog) {
+        const size_t before = m_status->StatusHistory().size();
         m_doc->StartRadioUpdate(dialog.GetSafeHwnd());
         const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(120);
         while (!dialog.idle && std::chrono::steady_clock::now() < deadline)
             PumpMessages(50);
-        return dialog.idle;
+        if (!dialog.idle)
+            return {};
+        const std::vector<CString> all = m_status->StatusHistory();
+        return std::vector<CString>(all.begin() + static_cast<long>(before), all.end());
+    }
+    std::vector<CString> LastTexts(const std::vector<CString>& texts, size_t count) {
+        return std::vector<CString>(texts.end() - static_cast<long>(std::min(count, texts.size())),
+                                    texts.end());
     }
 
     void ExpectNothingChanged() {
@@ -154,6 +141,7 @@ protected:
     std::unique_ptr<ScopedEnv> m_env;
     MessageBoxRecorder m_boxes;
     std::unique_ptr<COrvexApp> m_app;
+    std::unique_ptr<RecordingAppContext> m_status;
     COrvexDoc* m_doc = nullptr;
     std::string m_datFile;
     std::string m_oldBytes;
@@ -165,7 +153,7 @@ TEST_F(RadioUpdateTest, AWholeUpdateInstallsAndStoresTheNewDatabase) {
     m_server.Route("/xml/stations?limit=1000000", Directory());
     InstallOldDatabase();
     UpdateDialog dialog;
-    ASSERT_TRUE(RunJob(dialog));
+    const std::vector<CString> texts = RunJob(dialog);
     ASSERT_EQ(m_server.RequestCount("/xml/stations"), 1);
 
     const int stations = m_doc->m_radioDb.m_stations.GetSize();
@@ -186,7 +174,7 @@ TEST_F(RadioUpdateTest, AWholeUpdateInstallsAndStoresTheNewDatabase) {
         CString(u"Loading languages."),
         CString(u"Copying Radio Browser data."),
         CString(u"Radio Station Database update successfull.")};
-    EXPECT_EQ(dialog.texts, expected);
+    EXPECT_EQ(texts, expected);
     EXPECT_EQ(dialog.range, 30);
     EXPECT_EQ(dialog.position, 0);
     EXPECT_TRUE(m_boxes.Boxes().empty());
@@ -211,6 +199,9 @@ TEST_F(RadioUpdateTest, AWholeUpdateInstallsAndStoresTheNewDatabase) {
 
 TEST_F(RadioUpdateTest, ACancelAtEachPointLeavesTheOldDatabase) {
     InstallOldDatabase();
+    m_server.Route("/xml/stations?limit=1000000", Directory());
+    // Each text is the moment the user presses Cancel; the stages' own polls
+    // are tested with the stages.
     struct Point {
         const char16_t* cancelAt;
         std::vector<const char16_t*> after;
@@ -223,28 +214,21 @@ TEST_F(RadioUpdateTest, ACancelAtEachPointLeavesTheOldDatabase) {
           u"Radio Database Update failed."}},
         {u"Proccessing Radio Browser station data.\r\nPlease wait.",
          {u"Canceling Update.", u"Building Stations failed.", u"Radio Database Update failed."}},
-        {u"Loading countries.", {u"Canceling Update.", u"Radio Database Update failed."}},
-        {u"Setting country codes.", {u"Canceling Update.", u"Radio Database Update failed."}},
         {u"Building tag list.", {u"Canceling Update.", u"Radio Database Update failed."}},
-        {u"Building states list.", {u"Canceling Update.", u"Radio Database Update failed."}},
     };
     for (const Point& point : points) {
         SCOPED_TRACE(CString(point.cancelAt).ToUtf8());
-        // A slow answer where the cancel must land inside the transfer.
-        if (CString(point.cancelAt).Find(CString(u"Downloading")) == 0)
-            m_server.Trickle("/xml/stations?limit=1000000", Directory(), 64 * 1024, 20);
-        else
-            m_server.Route("/xml/stations?limit=1000000", Directory());
+        // What Cancel does while a job runs, from the job's own thread.
+        m_status->m_onStatus = [&](const CString& text) {
+            if (text == point.cancelAt)
+                m_doc->m_cancelEvent.SetEvent();
+        };
         UpdateDialog dialog;
-        dialog.CancelAt(m_doc, CString(point.cancelAt));
-        ASSERT_TRUE(RunJob(dialog));
+        const std::vector<CString> texts = RunJob(dialog);
         std::vector<CString> tail;
         for (const char16_t* text : point.after)
             tail.push_back(CString(text));
-        ASSERT_GE(dialog.texts.size(), tail.size());
-        EXPECT_EQ(std::vector<CString>(dialog.texts.end() - static_cast<long>(tail.size()),
-                                       dialog.texts.end()),
-                  tail);
+        EXPECT_EQ(LastTexts(texts, tail.size()), tail);
         ExpectNothingChanged();
         // The server stays chosen for the next attempt.
         EXPECT_FALSE(m_doc->m_serverUrl.IsEmpty());
@@ -253,27 +237,39 @@ TEST_F(RadioUpdateTest, ACancelAtEachPointLeavesTheOldDatabase) {
 
 TEST_F(RadioUpdateTest, FailuresChangeNothing) {
     InstallOldDatabase();
+    const std::vector<CString> corrupt = {u"Radio Browser data appears corrupt - update failed.",
+                                          u"Radio Database Update failed."};
     // Too few stations for the limits.
     m_server.Route("/xml/stations?limit=1000000", StationDirectoryWriter(3).Document(500));
     UpdateDialog small;
-    ASSERT_TRUE(RunJob(small));
-    EXPECT_EQ(small.texts.back(), CString(u"Radio Database Update failed."));
-    EXPECT_EQ(small.texts[small.texts.size() - 2],
-              CString(u"Radio Browser data appears corrupt - update failed."));
+    EXPECT_EQ(LastTexts(RunJob(small), 2), corrupt);
+    ExpectNothingChanged();
+
+    // Enough stations, but the document was cut short: a complete answer of
+    // its bytes, and an answer without a length that simply stops.
+    const std::string& whole = Directory();
+    m_server.Route("/xml/stations?limit=1000000", whole.substr(0, whole.size() - 500));
+    UpdateDialog cut;
+    EXPECT_EQ(LastTexts(RunJob(cut), 2), corrupt);
+    ExpectNothingChanged();
+    TestHttpResponse open;
+    open.body = whole.substr(0, whole.rfind("<station"));
+    open.contentLength = false;
+    m_server.Route("/xml/stations?limit=1000000", open);
+    UpdateDialog unannounced;
+    EXPECT_EQ(LastTexts(RunJob(unannounced), 2), corrupt);
     ExpectNothingChanged();
 
     // No station at all.
     m_server.Route("/xml/stations?limit=1000000", "<result></result>");
     UpdateDialog empty;
-    ASSERT_TRUE(RunJob(empty));
-    EXPECT_EQ(empty.texts[empty.texts.size() - 2], CString(u"Building Stations failed."));
+    EXPECT_EQ(LastTexts(RunJob(empty), 2)[0], CString(u"Building Stations failed."));
     ExpectNothingChanged();
 
     // A server that is gone.
     m_doc->m_serverUrl = u"http://127.0.0.1:1";
     UpdateDialog gone;
-    ASSERT_TRUE(RunJob(gone));
-    EXPECT_EQ(gone.texts[gone.texts.size() - 3].Find(CString(u"Download Failed: Error ")), 0);
+    EXPECT_EQ(LastTexts(RunJob(gone), 3)[0].Find(CString(u"Download Failed: Error ")), 0);
     ExpectNothingChanged();
     EXPECT_TRUE(m_boxes.Boxes().empty());
 }
@@ -283,7 +279,7 @@ TEST_F(RadioUpdateTest, ASecondStartWhileAJobRunsStartsNothing) {
     UpdateDialog dialog;
     m_doc->StartRadioUpdate(dialog.GetSafeHwnd());
     m_doc->StartRadioUpdate(dialog.GetSafeHwnd());
-    ASSERT_TRUE(RunJob(dialog));
+    ASSERT_FALSE(RunJob(dialog).empty());
     EXPECT_EQ(m_server.RequestCount("/xml/stations"), 1);
     // With no job, Cancel only sets the dialog back to idle.
     UpdateDialog idle;
@@ -298,47 +294,39 @@ TEST_F(RadioUpdateTest, ServersAreFoundOnceInTheList) {
         "[\n  {\"name\": \"de1.api.radio-browser.info\", \"ip\": \"1.2.3.4\"},\n"
         "  {\"name\": \"de1.api.radio-browser.info\", \"ip\": \"::1\"},\n"
         "  {\"name\": \"nl1.api.radio-browser.info\", \"ip\": \"5.6.7.8\"}\n]\n";
-    m_server.Route("/json/servers", list);
+    const CString results = m_doc->m_dataFolder + u"/results.txt";
     CString message;
     CStringArray servers;
-    const CString results = m_doc->m_dataFolder + u"/results.txt";
-    ASSERT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
-                                          &servers),
-              2);
+    auto serve = [&](const std::string& body) {
+        m_server.Route("/json/servers", body);
+        return m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results,
+                                           &message, &servers);
+    };
+    ASSERT_EQ(serve(list), 2);
     EXPECT_EQ(servers[0], CString(u"https://de1.api.radio-browser.info"));
     EXPECT_EQ(servers[1], CString(u"https://nl1.api.radio-browser.info"));
-
-    // Fewer than four characters in front of the domain.
-    m_server.Route("/json/servers", "ab.api.radio-browser.info\"\n");
-    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
-                                          &servers),
-              0);
-    EXPECT_EQ(message, CString(u"CRadioBrowseDb GetServers - parsing error.\n"));
-    // The line ends right behind the domain.
-    m_server.Route("/json/servers", "xxxx.api.radio-browser.info\n");
-    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
-                                          &servers),
-              0);
-    EXPECT_EQ(message, CString(u"CRadioBrowseDb GetServers - parsing error.\n"));
-    m_server.Route("/json/servers", "[]\n");
-    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
-                                          &servers),
-              0);
-    EXPECT_EQ(message, CString(u"ERROR CRadioBrowseDb GetServers - no server urls gotten.\n"));
-    m_server.Route("/json/servers", std::string(2048, ' '));
-    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
-                                          &servers),
-              0);
-    EXPECT_EQ(message, CString(u"ERROR CRadioBrowseDb GetServers - no server urls gotten.\n"));
-    m_server.Route("/json/servers", std::string(2049, ' '));
-    EXPECT_EQ(m_doc->m_radioDb.GetServers(CString(m_server.Url("/json/servers")), results, &message,
-                                          &servers),
-              0);
     CString tooLong;
     tooLong.Format(CString(u"CRadioBrowseDb GetServers - file %s is too long.\n"), results);
-    EXPECT_EQ(message, tooLong);
+    const struct {
+        std::string body;
+        CString message;
+    } refused[] = {
+        // Fewer than four characters in front of the domain, or none behind it.
+        {"ab.api.radio-browser.info\"\n", u"CRadioBrowseDb GetServers - parsing error.\n"},
+        {"xxxx.api.radio-browser.info\n", u"CRadioBrowseDb GetServers - parsing error.\n"},
+        {"[]\n", u"ERROR CRadioBrowseDb GetServers - no server urls gotten.\n"},
+        {std::string(2048, ' '), u"ERROR CRadioBrowseDb GetServers - no server urls gotten.\n"},
+        {std::string(2049, ' '), tooLong},
+    };
+    for (const auto& r : refused) {
+        EXPECT_EQ(serve(r.body), 0);
+        EXPECT_EQ(message, r.message);
+    }
 
-    // Discovery happens once per process: a chosen server is kept.
+    // Discovery happens once per process, under the wait cursor: a chosen
+    // server is kept.
+    std::vector<bool> cursor;
+    const WaitCursorHook previous = SetWaitCursorHook([&](bool busy) { cursor.push_back(busy); });
     m_doc->m_serverUrl.Empty();
     m_doc->m_serverListUrl = CString(m_server.Url("/json/servers"));
     m_server.Route("/json/servers", list);
@@ -350,15 +338,17 @@ TEST_F(RadioUpdateTest, ServersAreFoundOnceInTheList) {
     ASSERT_TRUE(m_doc->ChooseRadioServer());
     EXPECT_EQ(m_server.RequestCount("/json/servers"), before);
     EXPECT_EQ(m_doc->m_serverUrl, chosen);
-}
+    EXPECT_EQ(cursor, (std::vector<bool>{true, false}));
 
-TEST_F(RadioUpdateTest, AnUnreachableServerListIsReportedInABox) {
+    // A list that can't be fetched is told in a box, without the busy cursor.
     m_doc->m_serverUrl.Empty();
     m_doc->m_serverListUrl = u"http://127.0.0.1:1/json/servers";
     EXPECT_FALSE(m_doc->ChooseRadioServer());
     ASSERT_EQ(m_boxes.Texts().size(), 1u);
     EXPECT_EQ(m_boxes.Texts()[0].Find(CString(u"Could not connect to Radio Browser server: ")), 0);
     EXPECT_TRUE(m_doc->m_serverUrl.IsEmpty());
+    EXPECT_EQ(cursor, (std::vector<bool>{true, false, true, false}));
+    SetWaitCursorHook(previous);
 }
 
 TEST_F(RadioUpdateTest, StartUpLoadsTheRadioDatabaseOfTheDataFolder) {

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <thread>
 #include <utility>
 
 #include "app/MainFrameLink.h"
@@ -65,23 +64,17 @@ struct Install {
 
 } // namespace
 
-TEST(DataFolder, FirstRunCreatesTheFolderAndCopiesAllFour) {
+TEST(DataFolder, TheFirstRunCopiesAllFourAndLaterRunsOnlyWhatIsMissing) {
     Install install;
     MessageBoxRecorder boxes;
     EXPECT_EQ(install.Run(boxes), CString(install.userFolder));
     EXPECT_TRUE(boxes.Boxes().empty());
     for (const char* f : kFiles)
         EXPECT_EQ(TempDir::Read(install.userFolder + "/" + f), DefaultBytes(f));
-}
 
-TEST(DataFolder, LaterRunsCopyOnlyWhatIsMissing) {
-    Install install;
-    MessageBoxRecorder boxes;
-    install.Run(boxes);
     TempDir::Write(install.userFolder + "/OrvexContents.dat", ContentsWithRoot(u"user's own"));
     TempDir::Write(install.start + "/OrvexContents.dat", ContentsWithRoot(u"newer default"));
     std::filesystem::remove(install.userFolder + "/OrvexUser.dat");
-
     EXPECT_EQ(install.Run(boxes), CString(install.userFolder));
     EXPECT_TRUE(boxes.Boxes().empty());
     EXPECT_EQ(TempDir::Read(install.userFolder + "/OrvexContents.dat"),
@@ -128,30 +121,6 @@ TEST(DataFolder, WithoutXdgDataHomeTheHomeFolderIsUsed) {
     ASSERT_TRUE(app.GetUserDataFolder(folder));
     EXPECT_EQ(folder, CString(home / ".local/share/Orvex"));
     EXPECT_TRUE(std::filesystem::is_directory(home / ".local/share/Orvex"));
-}
-
-TEST(OrvexApp, StartDirectoryIsTheWorkingDirectoryNotTheProgramsFolder) {
-    TempDir elsewhere;
-    ScopedCurrentDir cwd(elsewhere.Path());
-    COrvexApp app;
-    EXPECT_EQ(app.m_startDirectory, CString(std::filesystem::current_path().string()));
-    EXPECT_EQ(AfxGetOrvexApp(), &app);
-    EXPECT_EQ(app.m_hwndList, nullptr);
-    EXPECT_EQ(app.m_pDoc, nullptr);
-}
-
-TEST(OrvexApp, StatusSlotIsSharedSafelyWithWorkers) {
-    COrvexApp app;
-    std::thread worker([&] {
-        for (int i = 0; i < 1000; ++i)
-            app.SetUpdateStatus(CString(i % 2 ? u"Downloading" : u"Parsing stations"));
-    });
-    CString text;
-    for (int i = 0; i < 1000; ++i) {
-        ASSERT_TRUE(app.GetUpdateStatus(text));
-        EXPECT_TRUE(text.IsEmpty() || text == "Downloading" || text == "Parsing stations");
-    }
-    worker.join();
 }
 
 TEST(OrvexApp, InitInstanceLoadsThenShowsTheFrameAndExitStopsPlaybackFirst) {
@@ -204,12 +173,15 @@ TEST(OrvexApp, AboutTextListsTheVersionAndTheCreditsLineByLine) {
     EXPECT_EQ(lines, 5 + 2 * 6);
 }
 
-TEST(OrvexDoc, StartUpLoadsTheTablesFromTheStartDirectory) {
+TEST(OrvexDoc, StartUpTakesTheWorkingDirectoryAndLoadsItsTables) {
     Install install;
     TempDir::Write(install.start + "/TopicAlias.txt", "TV,TV Shows\n");
     ScopedCurrentDir cwd(install.start);
     ScopedEnv env("XDG_DATA_HOME", install.dataHome);
     COrvexApp app;
+    // The working directory, never the folder of the program.
+    EXPECT_EQ(app.m_startDirectory, CString(install.start));
+    EXPECT_EQ(AfxGetOrvexApp(), &app);
     COrvexDoc doc;
     ASSERT_TRUE(doc.OnNewDocument());
     ASSERT_EQ(doc.m_aliases.GetSize(), 1);

@@ -1,6 +1,9 @@
 // Check for updates against a version file served on 127.0.0.1: the digit by
 // digit comparison, the 13-character and 20-byte rules, and every message.
+#include <curl/curl.h>
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 #include "app/OrvexDoc.h"
 #include "app/UpdateCheck.h"
@@ -46,134 +49,100 @@ protected:
     WaitCursorHook m_previousCursorHook;
 };
 
-TEST_F(UpdateCheckTest, TheSameVersionIsTheLatest) {
-    MessageBoxRequest box = Check("Orvex 0.9.0.0\r\n");
-    EXPECT_EQ(box.text, kLatest);
-    EXPECT_EQ(box.type, MB_ICONINFORMATION);
-    // Both files were asked for, the statistics after the version.
-    std::vector<TestHttpRequest> requests = m_server.Requests();
-    ASSERT_EQ(requests.size(), 2u);
-    EXPECT_EQ(requests[0].path, kVersionPath);
-    EXPECT_EQ(requests[1].path, kStatsPath);
-    EXPECT_EQ(m_cursor, (std::vector<bool>{true, false}));
+TEST_F(UpdateCheckTest, TheLinesOfTheVersionFileDecide) {
+    const CString newer =
+        CString(u"A newer version, 0.9.0.1, is available at: ") + CString(kProjectWebAddress);
+    const struct {
+        std::string file;
+        CString box;
+    } cases[] = {
+        {"Orvex 0.9.0.0\r\n", kLatest},
+        {"v-no.x0.9.0.1", newer},
+        {"Orvex 0.8.9.9\n", kLatest}, // the comparison stops at the first difference
+        {"", kLatest},                // no lines at all
+        {"Orvex 0.9.0.1\nxx", kFailed},
+        {"Orvex 0.9.0.1\n\n", kFailed},
+        {"Orvex 0.9.0.10", kFailed},
+        {"Orvex 0.9.a.0", kFailed},
+        {"Orvex 0.9.0.\xd9\xa3", kFailed},        // a digit, but not a decimal one of ASCII
+        {"Orvex 0.9.1.x", newer.Left(16)},        // the letter lies behind the difference
+        {"Orvex 0x9y0z0", kLatest},               // the other side's dots aren't read
+        {"Orvex 0.9.0.0\n\n\n\n\n\n\n", kFailed}, // 20 bytes are read
+        {"Gone", kFailed},
+    };
+    int checks = 0;
+    for (const auto& c : cases) {
+        m_boxes.Clear();
+        const MessageBoxRequest box = Check(c.file);
+        EXPECT_EQ(box.text.Left(c.box.GetLength()), c.box) << c.file;
+        EXPECT_EQ(box.type, box.text == kFailed ? 0u : MB_ICONINFORMATION) << c.file;
+        EXPECT_EQ(m_server.RequestCount(kStatsPath), ++checks);
+    }
+    // The statistics are asked for after the version, under one wait cursor.
+    EXPECT_EQ(m_server.Requests()[0].path, kVersionPath);
+    EXPECT_EQ(m_server.Requests()[1].path, kStatsPath);
+    EXPECT_EQ(m_cursor.size(), 2u * checks);
 }
 
-TEST_F(UpdateCheckTest, ANewerVersionIsNamedWithTheWebAddress) {
-    MessageBoxRequest box = Check("v-no.x0.9.0.1");
-    EXPECT_EQ(box.text, CString(u"A newer version, 0.9.0.1, is available at: ") +
-                            CString(kProjectWebAddress));
-    EXPECT_EQ(box.type, MB_ICONINFORMATION);
-}
-
-TEST_F(UpdateCheckTest, TheComparisonStopsAtTheFirstDifference) {
-    EXPECT_EQ(Check("Orvex 0.8.9.9\n").text, kLatest);
+TEST_F(UpdateCheckTest, FailuresBeforeTheComparisonEndTheCheckEarly) {
+    const CString tooLong =
+        CString(u"Check for updates - file ") + m_data.File("results.txt") + u" is too long.\n";
+    EXPECT_EQ(Check("Orvex 0.9.0.0\n\n\n\n\n\n\n\n").text, tooLong);
     m_boxes.Clear();
-    EXPECT_EQ(Check("Orvex 1.0.0.0\n").text.Left(16), CString(u"A newer version,"));
-}
-
-TEST_F(UpdateCheckTest, AnEmptyFileHasNoLinesAndIsTheLatest) {
-    EXPECT_EQ(Check("").text, kLatest);
-    EXPECT_EQ(m_server.RequestCount(kStatsPath), 1);
-}
-
-TEST_F(UpdateCheckTest, EveryLineMustBeThirteenCharacters) {
-    // A second line of another length fails the check even after a newer first.
-    EXPECT_EQ(Check("Orvex 0.9.0.1\nxx").text, kFailed);
-    m_boxes.Clear();
-    EXPECT_EQ(Check("Orvex 0.9.0.1\n\n").text, kFailed);
-    m_boxes.Clear();
-    EXPECT_EQ(Check("Orvex 0.9.0.10").text, kFailed);
-    m_boxes.Clear();
-    EXPECT_EQ(Check("Orvex 0.9.0.").text, kFailed);
-}
-
-TEST_F(UpdateCheckTest, ALetterInTheVersionFails) {
-    EXPECT_EQ(Check("Orvex 0.9.a.0").text, kFailed);
-    m_boxes.Clear();
-    // Before the first difference only: the comparison ends at 0 < 1.
-    EXPECT_EQ(Check("Orvex 0.9.1.x").text.Left(16), CString(u"A newer version,"));
-    m_boxes.Clear();
-    // The dots of the program's own version are skipped unread on the other side.
-    EXPECT_EQ(Check("Orvex 0x9y0z0").text, kLatest);
-}
-
-TEST_F(UpdateCheckTest, AFileOverTwentyBytesIsTooLong) {
-    // 20 bytes are read (and the empty lines fail), 21 are not read at all.
-    EXPECT_EQ(Check("Orvex 0.9.0.0\n\n\n\n\n\n\n").text, kFailed);
-    EXPECT_EQ(m_server.RequestCount(kStatsPath), 1);
-    m_boxes.Clear();
-    CString path = m_data.File("results.txt");
-    EXPECT_EQ(Check("Orvex 0.9.0.0\n\n\n\n\n\n\n\n").text,
-              CString(u"Check for updates - file ") + path + u" is too long.\n");
-    // An early end leaves the statistics alone.
-    EXPECT_EQ(m_server.RequestCount(kStatsPath), 1);
-    EXPECT_EQ(m_cursor, (std::vector<bool>{true, false, true, false}));
-}
-
-TEST_F(UpdateCheckTest, AnErrorPageIsTooLongOrFails) {
     m_server.Route(kVersionPath, "<html>Not here</html>", 404);
     CheckForUpdates(m_data.Str(), CString(m_server.Url("")), u"0.9.0.0");
-    ASSERT_EQ(m_boxes.Texts().size(), 1u);
-    EXPECT_EQ(m_boxes.Texts()[0].Left(25), CString(u"Check for updates - file "));
+    EXPECT_EQ(m_boxes.Texts(), std::vector<CString>{tooLong});
     m_boxes.Clear();
-    EXPECT_EQ(Check("Gone").text, kFailed);
-}
-
-TEST_F(UpdateCheckTest, AFailedDownloadSaysWhy) {
     CheckForUpdates(m_data.Str(), u"http://orvex-updates.invalid", u"0.9.0.0");
-    ASSERT_EQ(m_boxes.Texts().size(), 1u);
-    EXPECT_EQ(m_boxes.Texts()[0],
-              CString(u"Unable to check for updates. Download Failed: Error Couldn't resolve host "
-                      u"name\nAre you connected to the internet?"));
-    EXPECT_EQ(m_cursor, (std::vector<bool>{true, false}));
+    EXPECT_EQ(m_boxes.Texts(),
+              std::vector<CString>{u"Unable to check for updates. Download Failed: Error Couldn't "
+                                   u"resolve host name\nAre you connected to the internet?"});
+    EXPECT_EQ(m_server.RequestCount(kStatsPath), 0);
+    EXPECT_EQ(m_cursor, (std::vector<bool>{true, false, true, false, true, false}));
 }
 
-TEST_F(UpdateCheckTest, WorksOverHttps) {
-    m_server.Route(kVersionPath, "Orvex 0.9.0.1");
-    CheckForUpdates(m_data.Str(), CString(m_server.HttpsUrl("")), u"0.9.0.0");
-    ASSERT_EQ(m_boxes.Texts().size(), 1u);
-    EXPECT_EQ(m_boxes.Texts()[0].Left(25), CString(u"A newer version, 0.9.0.1,"));
-    ASSERT_EQ(m_server.Requests().size(), 2u);
-    EXPECT_TRUE(m_server.Requests()[0].tls);
+TEST_F(UpdateCheckTest, AServerThatAnswersWithoutEndCannotFillTheDisc) {
+    TestHttpResponse endless;
+    endless.body = "Orvex 0.9.0.1\n";
+    endless.endless = true;
+    m_server.Route(kVersionPath, endless);
+    CheckForUpdates(m_data.Str(), CString(m_server.Url("")), u"0.9.0.0");
+    EXPECT_EQ(
+        m_boxes.Texts(),
+        (std::vector<CString>{u"Cancelling download - maximum file size exceeded.",
+                              CString(u"Unable to check for updates. Download Failed: Error ") +
+                                  curl_easy_strerror(CURLE_WRITE_ERROR)}));
+    EXPECT_LE(std::filesystem::file_size(m_data / "results.txt"), kVersionDownloadLimit);
+
+    // The statistics file is cut off without a word; the check goes on.
+    m_boxes.Clear();
+    m_server.Route(kStatsPath, endless);
+    EXPECT_EQ(Check("Orvex 0.9.0.0").text, kLatest);
+    EXPECT_LE(std::filesystem::file_size(m_data / "results.txt"), kVersionDownloadLimit);
 }
 
-TEST(CompareVersionLine, ComparesDigitByDigit) {
-    struct Case {
-        const char16_t* line;
-        const char16_t* current;
-        BOOL failed;
-        BOOL newer;
-    };
-    const Case cases[] = {
-        {u"......0.9.0.0", u"0.9.0.0", FALSE, FALSE}, {u"......0.9.0.1", u"0.9.0.0", FALSE, TRUE},
-        {u"......0.8.9.9", u"0.9.0.0", FALSE, FALSE}, {u"......1.0.0.0", u"0.9.9.9", FALSE, TRUE},
-        {u"......0.9.1.0", u"0.9.0.9", FALSE, TRUE},  {u"......a.9.0.0", u"0.9.0.0", TRUE, FALSE},
-        {u"......0.9.0.0", u"0.10.0.0", TRUE, FALSE}, {u"......0.9.0.0", u"", TRUE, FALSE},
-        {u"0.9.0.1", u"0.9.0.0", TRUE, FALSE},        {u"", u"0.9.0.0", TRUE, FALSE},
-        {u"......0.9.0.٣", u"0.9.0.0", TRUE, FALSE},
-    };
-    for (const Case& c : cases) {
-        CVersionCheck check;
-        CompareVersionLine(c.line, c.current, check);
-        EXPECT_EQ(check.failed, c.failed)
-            << CString(c.line).ToUtf8() << " vs " << CString(c.current).ToUtf8();
-        EXPECT_EQ(check.newer, c.newer) << CString(c.line).ToUtf8();
-    }
-    CVersionCheck check;
-    CompareVersionLine(u"Orvex 0.9.0.5", u"0.9.0.0", check);
-    EXPECT_EQ(check.latest, CString(u"0.9.0.5"));
-    // The flags stay set: a later line never clears them.
-    CompareVersionLine(u"Orvex 0.0.0.0", u"0.9.0.0", check);
-    EXPECT_TRUE(check.newer);
-    EXPECT_EQ(check.latest, CString(u"0.0.0.0"));
-}
-
-TEST(UpdateCheck, TheProgramsVersionAndServer) {
+TEST_F(UpdateCheckTest, WorksOverHttpsForTheProgramsOwnVersion) {
     COrvexDoc doc;
     CString version = u"unchanged";
     EXPECT_TRUE(doc.GetVersionString(version));
     EXPECT_EQ(version, CString(u"0.9.0.0"));
-    EXPECT_EQ(DownloadServerAddress(), CString(u"https://") + kDownloadServerHost);
+    m_server.Route(kVersionPath, "Orvex 0.9.0.1");
+    CheckForUpdates(m_data.Str(), CString(m_server.HttpsUrl("")), version);
+    ASSERT_EQ(m_boxes.Texts().size(), 1u);
+    EXPECT_EQ(m_boxes.Texts()[0].Left(25), CString(u"A newer version, 0.9.0.1,"));
+    EXPECT_TRUE(m_server.Requests()[0].tls);
+}
+
+TEST(CompareVersionLine, NeedsAProgramVersionOfSevenCharactersAndNeverClearsAFlag) {
+    CVersionCheck check;
+    CompareVersionLine(u"......0.9.0.0", u"0.10.0.0", check);
+    EXPECT_TRUE(check.failed);
+    CVersionCheck later;
+    CompareVersionLine(u"Orvex 0.9.0.5", u"0.9.0.0", later);
+    CompareVersionLine(u"Orvex 0.0.0.0", u"0.9.0.0", later);
+    EXPECT_TRUE(later.newer);
+    EXPECT_FALSE(later.failed);
+    EXPECT_EQ(later.latest, CString(u"0.0.0.0"));
 }
 
 } // namespace

@@ -149,77 +149,45 @@ TEST(MediaRecordRead, StateMachineEdgeCases) {
     int count = 0;
     // A value that looks like a field number is a value; unknown fields and
     // lines are passed over; field 6 twice adds to the list; blanks around
-    // commas go; the last record needs no closing line or line end.
+    // commas go; a bad type eats the lines up to the next code; an empty name
+    // line is skipped, so "11" becomes the name and the record is dropped; a
+    // name starting with "//" is a comment; the last record needs no closing
+    // line or line end; duplicates stay.
     const CMediaArray items = ReadText(dir,
                                        "junk\n5\n0\n0\nAUDU\n8\nstray\n6\nA , B\n6\n,C,\n"
                                        "7\nYeS\n10\n10\n11\nhttp://x\n\n"
-                                       "0\nVIDU\n7\nno\n10\nsecond\n11\nhttp://y",
+                                       "0\nNONE\nvidf\n10\nlost\n11\nhttp://lost\nAUDF\n"
+                                       "10\nkept\n11\n/m/k.mp3\n"
+                                       "0\nAUDU\n10\n\n11\nhttp://a\n\n"
+                                       "0\nAUDU\n10\n// note\nreal\n11\nhttp://b\n"
+                                       "0\nVIDU\n7\nno\n10\nreal\n11\nhttp://b",
                                        &count);
-    ASSERT_EQ(count, 2);
-    ASSERT_EQ(items.GetSize(), 2);
+    ASSERT_EQ(count, 4);
+    ASSERT_EQ(items.GetSize(), 4);
     EXPECT_EQ(items[0].m_type, MEDIA_AUDIO_URL);
     EXPECT_EQ(items[0].m_name, u"10");
     EXPECT_EQ(items[0].m_location, u"http://x");
     EXPECT_TRUE(items[0].m_favorite);
-    ASSERT_EQ(items[0].m_topics.GetSize(), 4);
-    EXPECT_EQ(items[0].m_topics[0], u"A");
-    EXPECT_EQ(items[0].m_topics[1], u"B");
-    EXPECT_EQ(items[0].m_topics[2], u""); // empty element between commas
-    EXPECT_EQ(items[0].m_topics[3], u"C");
-    EXPECT_FALSE(items[1].m_favorite);
-    EXPECT_TRUE(items[1].m_topics.IsEmpty());
+    EXPECT_EQ(items[0].TopicsAsList(), u"A,B,,C"); // an empty element between commas
+    EXPECT_EQ(items[1].m_type, MEDIA_AUDIO_FILE);
+    EXPECT_EQ(items[1].m_name, u"kept");
+    EXPECT_EQ(items[1].m_location, u"/m/k.mp3");
+    EXPECT_EQ(items[2].m_name, u"real");
+    EXPECT_EQ(items[3].m_location, u"http://b");
+    EXPECT_FALSE(items[3].m_favorite);
+    EXPECT_TRUE(items[3].m_topics.IsEmpty());
 }
 
-TEST(MediaRecordRead, BadTypeEatsLinesUpToTheNextCode) {
+TEST(MediaRecordRead, NothingToReadGivesNoRecords) {
     TempDir dir;
     int count = 0;
-    const CMediaArray items = ReadText(dir,
-                                       "0\nNONE\nvidf\n10\nlost\n11\nhttp://lost\nAUDF\n"
-                                       "10\nkept\n11\n/m/k.mp3\n",
-                                       &count);
-    ASSERT_EQ(count, 1);
-    EXPECT_EQ(items[0].m_type, MEDIA_AUDIO_FILE);
-    EXPECT_EQ(items[0].m_name, u"kept");
-    EXPECT_EQ(items[0].m_location, u"/m/k.mp3");
-}
-
-TEST(MediaRecordRead, EmptyNameAndCommentNamesMisread) {
-    TempDir dir;
-    int count = 0;
-    // An empty name line is skipped, "11" becomes the name, the location
-    // stays empty: the record is dropped. A name starting with "//" is a
-    // comment, and the next line is taken as the name.
-    const CMediaArray items = ReadText(dir,
-                                       "0\nAUDU\n10\n\n11\nhttp://a\n\n"
-                                       "0\nAUDU\n10\n// note\nreal\n11\nhttp://b\n",
-                                       &count);
-    ASSERT_EQ(count, 1);
-    EXPECT_EQ(items[0].m_name, u"real");
-    EXPECT_EQ(items[0].m_location, u"http://b");
-}
-
-TEST(MediaRecordRead, DuplicatesKeptAndCommentsOnlyFileHasNone) {
-    TempDir dir;
-    int count = 0;
-    ReadText(dir, "0\nAUDU\n10\nn\n11\nhttp://a\n0\nAUDU\n10\nn\n11\nhttp://a\n", &count);
-    EXPECT_EQ(count, 2);
-    const CMediaArray none = ReadText(dir, "// a\n// b\n\n", &count);
+    EXPECT_TRUE(ReadText(dir, "// a\n// b\n\n", &count).IsEmpty());
     EXPECT_EQ(count, 0);
-    EXPECT_TRUE(none.IsEmpty());
-}
-
-TEST(MediaRecordRead, MissingFileFails) {
-    TempDir dir;
     CMediaArray items;
     CTopicStrAliasAr aliases;
-    int count = 5;
     EXPECT_FALSE(ReadMediaRecordFile(dir.File("none.txt"), &aliases, items, &count));
-}
-
-TEST(MediaRecordRead, TopicListWithoutAliasTableAddsNothing) {
     CMediaItem item;
     EXPECT_FALSE(item.SetTopicsFromList(u"A,B", nullptr));
-    CTopicStrAliasAr aliases;
     EXPECT_FALSE(item.SetTopicsFromList(u"", &aliases));
     EXPECT_TRUE(item.m_topics.IsEmpty());
 }
@@ -245,18 +213,16 @@ TEST(ImportPlacing, FileTreeMovesOneLevelDown) {
     EXPECT_EQ(flat[3].first, u"T\\C");
     EXPECT_EQ(flat[4].first, u"T\\X"); // not nested a second time
     EXPECT_EQ(tree.m_currentTopic.GetPathString(), u"T");
-}
 
-TEST(ImportPlacing, NewTopicAtTopLevelAndNoAliasOrSplit) {
-    CMediaContents tree;
-    tree.AddItemByTopics(Item(MEDIA_AUDIO_URL, u"x", u"http://x", {u"Radio"}), FALSE);
-    CMediaArray items;
+    // A new topic at the top level, its name neither split nor mapped, and
+    // duplicates kept.
+    items.RemoveAll();
     items.Add(Item(MEDIA_AUDIO_URL, u"a", u"http://a", {}));
     items.Add(Item(MEDIA_AUDIO_URL, u"a", u"http://a", {}));
     PlaceItemsUnderTopic(tree, items, u"New\\Topic,Two", nullptr);
     ASSERT_EQ(tree.m_topics.GetSize(), 2);
     EXPECT_EQ(tree.m_topics[1].GetName(), u"New\\Topic,Two");
-    EXPECT_EQ(tree.m_topics[1].m_media.GetSize(), 2); // duplicates are kept
+    EXPECT_EQ(tree.m_topics[1].m_media.GetSize(), 2);
 }
 
 TEST(ImportPlacing, OverwriteReplacesTheTreeAndFilesByGroup) {

@@ -40,101 +40,59 @@ std::string WriteWith(TempDir& dir, UINT flags, std::initializer_list<CString> t
 
 } // namespace
 
-TEST(StdioFileExRead, EmptyFileIsCodePageAndEndsAtOnce) {
+TEST(StdioFileExRead, OnlyFFFEMarksUtf16) {
     TempDir dir;
-    TempDir::Write(dir / "e.txt", "");
-    BOOL utf16 = TRUE;
-    EXPECT_TRUE(ReadAll(dir.File("e.txt"), &utf16).empty());
-    EXPECT_FALSE(utf16);
-}
-
-TEST(StdioFileExRead, MarkAloneIsUtf16WithNoLine) {
-    TempDir dir;
-    TempDir::Write(dir / "m.txt", "\xFF\xFE");
-    BOOL utf16 = FALSE;
-    EXPECT_TRUE(ReadAll(dir.File("m.txt"), &utf16).empty());
-    EXPECT_TRUE(utf16);
-}
-
-TEST(StdioFileExRead, Utf16LinesDropTheMarkAndOneLineEnd) {
-    TempDir dir;
-    TempDir::Write(dir / "u.txt",
-                   "\xFF\xFE" +
-                       Utf16Bytes(u"Gr\u00FC\u00DFe \u65E5\u672C\r\n\r\nzwei\r\r\ndrei\nlast"));
-    const auto lines = ReadAll(dir.File("u.txt"));
-    ASSERT_EQ(lines.size(), 5u);
-    EXPECT_EQ(lines[0], u"Gr\u00FC\u00DFe \u65E5\u672C");
-    EXPECT_EQ(lines[1], u"");
-    EXPECT_EQ(lines[2], u"zwei\r"); // only one line end comes off
-    EXPECT_EQ(lines[3], u"drei");
-    EXPECT_EQ(lines[4], u"last");
-}
-
-TEST(StdioFileExRead, Utf8LinesWithEveryKindOfLineEnd) {
-    TempDir dir;
-    TempDir::Write(dir / "a.txt", "caf\xC3\xA9\r\n\r\nlf only\ncr only\r\rnext\r\nno end");
-    const auto lines = ReadAll(dir.File("a.txt"));
-    ASSERT_EQ(lines.size(), 5u);
-    EXPECT_EQ(lines[0], u"caf\u00E9");
-    EXPECT_EQ(lines[1], u"");
-    EXPECT_EQ(lines[2], u"lf only");
-    // A CR that no LF follows is no line end and stays in the line.
-    EXPECT_EQ(lines[3], u"cr only\r\rnext");
-    EXPECT_EQ(lines[4], u"no end");
-}
-
-TEST(StdioFileExRead, OtherMarksAreReadAsText) {
-    TempDir dir;
-    TempDir::Write(dir / "b.txt", "\xEF\xBB\xBFone\r\n");
-    const auto utf8 = ReadAll(dir.File("b.txt"));
-    ASSERT_EQ(utf8.size(), 1u);
-    EXPECT_EQ(utf8[0], u"\uFEFFone");
-    TempDir::Write(dir / "c.txt", "\xFE\xFF\x00o");
-    BOOL utf16 = TRUE;
-    ReadAll(dir.File("c.txt"), &utf16);
-    EXPECT_FALSE(utf16);
-}
-
-TEST(StdioFileExRead, LongAnsiLineArrivesIn4095BytePieces) {
-    TempDir dir;
-    TempDir::Write(dir / "l.txt", std::string(5000, 'x') + "\r\nshort\r\n");
-    const auto lines = ReadAll(dir.File("l.txt"));
-    ASSERT_EQ(lines.size(), 3u);
-    EXPECT_EQ(lines[0].GetLength(), 4095);
-    EXPECT_EQ(lines[1].GetLength(), 905);
-    EXPECT_EQ(lines[2], u"short");
-}
-
-TEST(StdioFileExRead, LongUtf16LineIsWhole) {
-    TempDir dir;
-    TempDir::Write(dir / "w.txt", "\xFF\xFE" + Utf16Bytes(std::u16string(9000, u'y') + u"\r\n"));
-    const auto lines = ReadAll(dir.File("w.txt"));
-    ASSERT_EQ(lines.size(), 1u);
-    EXPECT_EQ(lines[0].GetLength(), 9000);
-}
-
-TEST(StdioFileExRead, LineWithoutCharactersLeavesTheCallersText) {
-    TempDir dir;
-    TempDir::Write(dir / "z.txt", std::string("first\n\0second\n", 14));
-    CStdioFileEx file;
-    ASSERT_TRUE(file.Open(dir.File("z.txt"), CStdioFileEx::kRead));
-    CString line;
-    ASSERT_TRUE(file.ReadString(line));
-    EXPECT_EQ(line, u"first");
-    ASSERT_TRUE(file.ReadString(line)); // conversion stops at the NUL: nothing new
-    EXPECT_EQ(line, u"first");
-    EXPECT_FALSE(file.ReadString(line));
-}
-
-TEST(StdioFileExRead, MissingFileFailsToOpenWithAReport) {
-    TempDir dir;
+    const struct {
+        std::string bytes;
+        bool utf16;
+        std::vector<CString> lines;
+    } cases[] = {
+        {"", false, {}},
+        {"\xFF\xFE", true, {}}, // the mark alone: no line
+        {"\xEF\xBB\xBFone\r\n", false, {u"\uFEFFone"}},
+        {std::string("\xFE\xFF\x00o", 4), false, {u"\uFFFD\uFFFD"}},
+    };
+    for (const auto& c : cases) {
+        TempDir::Write(dir / "f.txt", c.bytes);
+        BOOL utf16 = !c.utf16;
+        EXPECT_EQ(ReadAll(dir.File("f.txt"), &utf16), c.lines);
+        EXPECT_EQ(utf16, c.utf16 ? TRUE : FALSE);
+    }
     CStdioFileEx file;
     CFileException error;
     EXPECT_FALSE(file.Open(dir.File("none.txt"), CStdioFileEx::kRead, &error));
     EXPECT_EQ(error.m_cause, CFileException::fileNotFound);
 }
 
-TEST(StdioFileExWrite, Utf16GoldenBytes) {
+TEST(StdioFileExRead, OneLineEndComesOffAndLongLinesArriveAsTheEncodingGives) {
+    TempDir dir;
+    TempDir::Write(dir / "u.txt",
+                   "\xFF\xFE" + Utf16Bytes(u"Gr\u00FC\u00DFe \u65E5\r\n\r\nzwei\r\r\ndrei\nlast\n" +
+                                           std::u16string(9000, u'y')));
+    EXPECT_EQ(ReadAll(dir.File("u.txt")),
+              (std::vector<CString>{u"Gr\u00FC\u00DFe \u65E5", u"", u"zwei\r", u"drei", u"last",
+                                    CString(std::u16string(9000, u'y'))}));
+    // A CR that no LF follows is no line end; a code-page line comes in
+    // pieces of 4095 bytes.
+    TempDir::Write(dir / "a.txt", "caf\xC3\xA9\r\n\r\ncr only\r\rnext\r\n" +
+                                      std::string(5000, 'x') + "\r\nno end");
+    EXPECT_EQ(ReadAll(dir.File("a.txt")),
+              (std::vector<CString>{u"caf\u00E9", u"", u"cr only\r\rnext",
+                                    CString(std::u16string(4095, u'x')),
+                                    CString(std::u16string(905, u'x')), u"no end"}));
+
+    // A line whose conversion gives nothing leaves the caller's text.
+    TempDir::Write(dir / "z.txt", std::string("first\n\0second\n", 14));
+    CStdioFileEx file;
+    ASSERT_TRUE(file.Open(dir.File("z.txt"), CStdioFileEx::kRead));
+    CString line;
+    ASSERT_TRUE(file.ReadString(line));
+    ASSERT_TRUE(file.ReadString(line));
+    EXPECT_EQ(line, u"first");
+    EXPECT_FALSE(file.ReadString(line));
+}
+
+TEST(StdioFileExWrite, GoldenBytesInBothEncodings) {
     TempDir dir;
     EXPECT_EQ(WriteWith(dir, CStdioFileEx::kWriteUtf16, {CString(u"\r\n")}),
               std::string("\xFF\xFE\x0D\x00\x0A\x00", 6));
@@ -146,19 +104,15 @@ TEST(StdioFileExWrite, Utf16GoldenBytes) {
                           "\xAC\x20\x0D\x00\x0A\x00"
                           "\x3D\xD8\x00\xDE",
                           16));
-}
-
-TEST(StdioFileExWrite, CodePageIsUtf8WithNoMark) {
-    TempDir dir;
+    BOOL utf16 = FALSE;
+    EXPECT_EQ(ReadAll(CString(dir / "out.txt"), &utf16),
+              (std::vector<CString>{u"A\u00E9\u20AC", u"\U0001F600"}));
+    EXPECT_TRUE(utf16);
+    // Code-page text is UTF-8 with no mark, and a text ends at its first NUL.
     EXPECT_EQ(WriteWith(dir, CStdioFileEx::kWriteCodePage,
-                        {CString(u"caf\u00E9\r\n"), CString(u""), CString(u"\u65E5\r\n")}),
-              "caf\xC3\xA9\r\n\xE6\x97\xA5\r\n");
-}
-
-TEST(StdioFileExWrite, TextEndsAtItsFirstNul) {
-    TempDir dir;
-    EXPECT_EQ(WriteWith(dir, CStdioFileEx::kWriteCodePage, {CString(std::u16string(u"ab\0cd", 5))}),
-              "ab");
+                        {CString(u"caf\u00E9\r\n"), CString(u""), CString(u"\u65E5\r\n"),
+                         CString(std::u16string(u"ab\0cd", 5))}),
+              "caf\xC3\xA9\r\n\xE6\x97\xA5\r\nab");
 }
 
 TEST(StdioFileExWrite, SingleBytePageWritesHashForWhatItCantShow) {
@@ -176,18 +130,6 @@ TEST(StdioFileExWrite, SingleBytePageWritesHashForWhatItCantShow) {
     CString line;
     ASSERT_TRUE(in.ReadString(line));
     EXPECT_EQ(line, u"\u00E9##!");
-}
-
-TEST(StdioFileExWrite, WrittenUtf16ReadsBack) {
-    TempDir dir;
-    WriteWith(dir, CStdioFileEx::kWriteUtf16,
-              {CString(u"\u041C\u043E\u0441\u043A\u0432\u0430\r\n"), CString(u"two\r\n")});
-    BOOL utf16 = FALSE;
-    const auto lines = ReadAll(CString(dir / "out.txt"), &utf16);
-    EXPECT_TRUE(utf16);
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[0], u"\u041C\u043E\u0441\u043A\u0432\u0430");
-    EXPECT_EQ(lines[1], u"two");
 }
 
 TEST(StdioFileExWrite, FullDiscIsReportedByTheWriteOrByClose) {

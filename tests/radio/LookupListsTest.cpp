@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "bench/StationDirectoryWriter.h"
 #include "radio/RadioBrowseDb.h"
 #include "tests/radio/RadioTestSupport.h"
-#include "tests/support/StationDirectoryWriter.h"
 #include "tests/support/TempDir.h"
 
 namespace {
@@ -63,7 +63,7 @@ CTagArray ReferenceTags(const CStationAr& stations, int minCount) {
             kept.Add(tag);
     }
     std::stable_sort(kept.begin(), kept.end(), [](const CTag& a, const CTag& b) {
-        return a.m_name.CompareNoCase(b.m_name) < 0;
+        return FoldForSort(a.m_name) < FoldForSort(b.m_name);
     });
     return kept;
 }
@@ -90,15 +90,16 @@ CStateArray ReferenceStates(const CStationAr& stations) {
         }
     }
     std::stable_sort(states.begin(), states.end(), [](const CState& a, const CState& b) {
-        const int code = a.m_countryCode.CompareNoCase(b.m_countryCode);
-        return code != 0 ? code < 0 : a.m_name.CompareNoCase(b.m_name) < 0;
+        const std::u16string codeA = FoldForSort(a.m_countryCode);
+        const std::u16string codeB = FoldForSort(b.m_countryCode);
+        return codeA != codeB ? codeA < codeB : FoldForSort(a.m_name) < FoldForSort(b.m_name);
     });
     return states;
 }
 
 } // namespace
 
-TEST_F(ListsTest, NameFilesFollowTheirGrammar) {
+TEST_F(ListsTest, NameFilesFollowTheirGrammarAndMayGiveNothing) {
     WriteFiles("// countries, with a comma\r\n\r\nChad,TD\r\nno comma here\r\n"
                "Odd,X,Y\r\n Spaced , S \r\nBehind,BH // comment\r\n,EMPTY\r\nLast,LS",
                "English,en\n");
@@ -113,9 +114,9 @@ TEST_F(ListsTest, NameFilesFollowTheirGrammar) {
     EXPECT_EQ(m_db.m_countries[3].m_used, 0);
     EXPECT_EQ(m_db.m_countries[4].m_code, CString(u"LS"));
     EXPECT_EQ(m_db.BuildLanguageCodesArray(), 1);
-}
-
-TEST_F(ListsTest, MissingOrEmptyNameFilesGiveZero) {
+    // Missing files, or files without a record, give nothing.
+    std::filesystem::remove(m_dir / "RadioBrowse_CC.txt");
+    std::filesystem::remove(m_dir / "RadioBrowse_LC.txt");
     EXPECT_EQ(m_db.BuildCountryCodesArray(), 0);
     EXPECT_EQ(m_db.BuildLanguageCodesArray(), 0);
     WriteFiles("// only a comment, here\n", "no comma\n");
@@ -154,7 +155,7 @@ TEST_F(ListsTest, CountryCodesAreMarkedExactlyOnce) {
     EXPECT_EQ(m_db.SetCountryCodesUsed(), 0);
 }
 
-TEST_F(ListsTest, TagsAreSplitTrimmedCountedAndFiltered) {
+TEST_F(ListsTest, TagsAreSplitTrimmedCountedAndNeedEightyStations) {
     AddStation(u"", u"", u"", u" rock , pop,rock");
     AddStation(u"", u"", u"", u"jazz,");
     AddStation(u"", u"", u"", u",Rock,,jazz");
@@ -172,9 +173,7 @@ TEST_F(ListsTest, TagsAreSplitTrimmedCountedAndFiltered) {
     }
     EXPECT_EQ(m_db.BuildTagArray(2), 3);
     EXPECT_EQ(m_db.BuildTagArray(3), 0);
-}
-
-TEST_F(ListsTest, ATagNeedsEightyStationsToStay) {
+    // A tag seen 79 times goes, one seen 80 times stays.
     for (int i = 0; i < 80; ++i)
         AddStation(u"", u"", u"", i < 79 ? u"often,rare" : u"often");
     ASSERT_EQ(m_db.BuildTagArray(RB_TAG_MIN_COUNT), 1);
@@ -197,9 +196,7 @@ TEST_F(ListsTest, StatesArePairsWithCountryCodesSortedAndCounted) {
     EXPECT_EQ(m_db.m_states[3].m_name, CString(u"Texas"));
     EXPECT_EQ(m_db.m_states[3].m_count, 2);
     EXPECT_EQ(m_db.m_states[4].m_name, CString(u"texas"));
-}
-
-TEST_F(ListsTest, NoStatesGivesZero) {
+    m_db.m_stations.RemoveAll();
     AddStation(u"US", u"", u"", u"");
     EXPECT_EQ(m_db.BuildStateArray(), 0);
 }

@@ -7,6 +7,7 @@
 #include "platform/base/UserMessages.h"
 #include "radio/RadioBrowseDb.h"
 #include "radio/StationScanner.h"
+#include "tests/radio/RadioTestSupport.h"
 #include "tests/support/TempDir.h"
 
 namespace {
@@ -41,35 +42,41 @@ std::string Station(const std::string& attributes) {
 
 } // namespace
 
-TEST_F(ScannerTest, TakesTheKnownAttributesOfEachStation) {
+TEST_F(ScannerTest, TakesTheKnownAttributesAndTheLaterUrl) {
     ASSERT_EQ(Parse("<result>\n" +
                     Station("name=\"One\" url=\"http://a/1\" tags=\"pop,rock\" country=\"Chad\" "
                             "countrycode=\"TD\" state=\"Kanem\" language=\"french\" "
                             "languagecodes=\"fr\" votes=\"12\" clickcount=\"34\" homepage=\"x\"") +
-                    "</result>"),
-              1);
-    EXPECT_EQ(At(0).m_name, CString(u"One"));
-    EXPECT_EQ(At(0).m_url, CString(u"http://a/1"));
-    EXPECT_EQ(At(0).m_tags, CString(u"pop,rock"));
-    EXPECT_EQ(At(0).m_country, CString(u"TD"));
-    EXPECT_EQ(At(0).m_state, CString(u"Kanem"));
-    EXPECT_EQ(At(0).m_language, CString(u"fr"));
-    EXPECT_EQ(At(0).m_votes, 12);
-    EXPECT_EQ(At(0).m_clicks, 34);
-}
-
-TEST_F(ScannerTest, LaterUrlWinsAndEmptyCodesLeaveTheNames) {
-    ASSERT_EQ(Parse(Station("name=\"A\" url=\"http://first\" url_resolved=\"http://second\" "
+                    Station("name=\"A\" url=\"http://first\" url_resolved=\"http://second\" "
                             "country=\"Chad\" countrycode=\"\" language=\"french\" "
                             "languagecodes=\"\"") +
                     Station("name=\"B\" url_resolved=\"http://r\" url=\"http://u\" "
-                            "countrycode=\"TD\" country=\"Chad\"")),
-              2);
-    EXPECT_EQ(At(0).m_url, CString(u"http://second"));
-    EXPECT_EQ(At(0).m_country, CString(u"Chad"));
-    EXPECT_EQ(At(0).m_language, CString(u"french"));
-    EXPECT_EQ(At(1).m_url, CString(u"http://u"));
-    EXPECT_EQ(At(1).m_country, CString(u"TD"));
+                            "countrycode=\"TD\" country=\"Chad\"") +
+                    "</result>"),
+              3);
+    EXPECT_EQ(At(0),
+              MakeStation(u"One", u"http://a/1", u"TD", u"Kanem", u"fr", u"pop,rock", 12, 34));
+    // Empty codes leave the names in place.
+    EXPECT_EQ(At(1), MakeStation(u"A", u"http://second", u"Chad", u"", u"french", u""));
+    EXPECT_EQ(At(2), MakeStation(u"B", u"http://u", u"TD", u"", u"", u""));
+    EXPECT_FALSE(m_db.m_bDirectoryCut);
+}
+
+TEST_F(ScannerTest, ADocumentNotEndingWithItsRootClosedIsCut) {
+    const std::string whole = "<?xml version=\"1.0\"?>\n<result>\n" +
+                              Station("name=\"a\" url=\"http://x\"") +
+                              Station("name=\"b\" url=\"http://y\"") + "</result>\n";
+    ASSERT_EQ(Parse(whole), 2);
+    EXPECT_FALSE(m_db.m_bDirectoryCut);
+    // Cut inside a value, inside a tag, between stations, in the closing tag.
+    for (const std::string& cut :
+         {whole.substr(0, whole.find("http://y") + 3),
+          whole.substr(0, whole.rfind("</station>") + 4), whole.substr(0, whole.rfind("<station")),
+          whole.substr(0, whole.size() - 4), whole.substr(0, whole.size() - 10) + "</other>",
+          whole + "<result>"}) {
+        Parse(cut);
+        EXPECT_TRUE(m_db.m_bDirectoryCut) << cut;
+    }
 }
 
 TEST_F(ScannerTest, MarksPlaylistsByTheLastSevenCharacters) {
@@ -88,30 +95,29 @@ TEST_F(ScannerTest, MarksPlaylistsByTheLastSevenCharacters) {
     EXPECT_EQ(At(5).m_name, CString(u"!!Playlist: short"));
 }
 
-TEST_F(ScannerTest, BytesBecomeCharactersOneForOneAndEntitiesStay) {
-    ASSERT_EQ(Parse(Station("name=\"Caf\xC3\xA9 &amp; \xF0\x9F\x8E\xB5\" url=\"u\xFF\"")), 1);
-    EXPECT_EQ(At(0).m_name, CString(u"Caf\u00C3\u00A9 &amp; \u00F0\u009F\u008E\u00B5"));
+TEST_F(ScannerTest, ValuesAreTakenByteForByteAndNumbersLikeAtoi) {
+    ASSERT_EQ(Parse(Station("name=\"Caf\xC3\xA9 &amp; a > b < c\" url=\"u\xFF\" xname=\"no\" "
+                            "\tname=\"tab\" votes=\"many\" clickcount=\" 42abc\"") +
+                    Station("name=\"b\" url=\"u\" votes=\"-3\" clickcount=\"99999999999\"") +
+                    Station("url=\"http://x\" name=\"a\"votes=\"5\"")),
+              3);
+    // One character per byte, entities as they stand, quoted brackets inside
+    // the value; "xname" and "\tname" are keys the station doesn't know.
+    EXPECT_EQ(At(0).m_name, CString(u"Caf\u00C3\u00A9 &amp; a > b < c"));
     EXPECT_EQ(At(0).m_url, CString(u"u\u00FF"));
-}
-
-TEST_F(ScannerTest, QuotedBracketsDoNotEndATagAndBlanksStartANewKey) {
-    ASSERT_EQ(Parse(Station("name=\"a > b < c\" url=\"http://x\" xname=\"no\" \tname=\"tab\"")), 1);
-    EXPECT_EQ(At(0).m_name, CString(u"a > b < c"));
-    // A tab is part of a key, so "\tname" is no key the station knows; the
-    // key "xname" neither.
-    ASSERT_EQ(Parse(Station("url=\"http://x\" name=\"a\"votes=\"5\"")), 1);
-    // Without a blank between them the keys run together: "namevotes".
-    EXPECT_EQ(At(0).m_votes, 0);
-}
-
-TEST_F(ScannerTest, VotesThatAreNoNumberGiveZeroAndNumbersReadLikeAtoi) {
-    ASSERT_EQ(Parse(Station("name=\"a\" url=\"u\" votes=\"many\" clickcount=\" 42abc\"") +
-                    Station("name=\"b\" url=\"u\" votes=\"-3\" clickcount=\"99999999999\"")),
-              2);
     EXPECT_EQ(At(0).m_votes, 0);
     EXPECT_EQ(At(0).m_clicks, 42);
     EXPECT_EQ(At(1).m_votes, -3);
     EXPECT_EQ(At(1).m_clicks, 2147483647);
+    // Without a blank between them the keys run together: "namevotes".
+    EXPECT_EQ(At(2).m_votes, 0);
+
+    // Values and keys may span the reader's blocks.
+    const std::string longName(200000, 'n');
+    ASSERT_EQ(Parse(Station("homepage=\"" + std::string(70000, 'h') + "\" name=\"" + longName +
+                            "\" url=\"http://x\"")),
+              1);
+    EXPECT_EQ(At(0).m_name.GetLength(), 200000);
 }
 
 TEST_F(ScannerTest, EmptyValuesLeaveFieldsAndSkippedRecordsFlowOn) {
@@ -138,14 +144,6 @@ TEST_F(ScannerTest, NineCharactersBetweenBracketsMakeARecordEight) {
     EXPECT_EQ(Parse("<s name=\"a\" url=\"b\"></s>"), 1);
     // A ">" with no "<" since the last one counts from the file's start.
     EXPECT_EQ(Parse("0123456789 name=\"a\" url=\"b\">"), 1);
-}
-
-TEST_F(ScannerTest, ValuesAndKeysMaySpanReadBlocks) {
-    std::string longName(200000, 'n');
-    std::string document = Station("homepage=\"" + std::string(70000, 'h') + "\" name=\"" +
-                                   longName + "\" url=\"http://x\"");
-    ASSERT_EQ(Parse(document), 1);
-    EXPECT_EQ(At(0).m_name.GetLength(), 200000);
 }
 
 TEST_F(ScannerTest, NoStationsAndUnreadableFilesFail) {

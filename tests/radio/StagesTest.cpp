@@ -1,13 +1,12 @@
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <string>
-#include <thread>
 
 #include "platform/base/AppContext.h"
 #include "platform/base/UserMessages.h"
 #include "radio/RadioBrowseDb.h"
 #include "tests/radio/RadioTestSupport.h"
+#include "tests/support/JobRecorders.h"
 #include "tests/support/TempDir.h"
 
 namespace {
@@ -41,36 +40,18 @@ protected:
         }
     }
 
+    // Status texts go to m_context as the job sets them, with no pause.
+    void Watch() {
+        m_db.m_hwndProgress = m_progress.GetSafeHwnd();
+        m_db.m_statusPauseMs = 0;
+    }
+
     TempDir m_dir;
     ScopedCurrentDir m_cwd;
+    RecordingAppContext m_context{m_dir.Str()};
+    RecordingWindow m_progress;
     CRadioBrowseDb m_db;
     CString m_error;
-};
-
-// Watches the job's status texts from this thread while the job runs on
-// another, and can cancel it when a chosen text appears.
-class StatusWatcher : public CMessageTarget {
-public:
-    LRESULT OnWindowMessage(UINT message, WPARAM, LPARAM) override {
-        if (message != UM_UPDATE_STATUS)
-            return 0;
-        CString text;
-        AfxGetAppContext().GetUpdateStatus(text);
-        texts.push_back(text);
-        if (m_cancel && text == m_trigger)
-            m_cancel->SetEvent();
-        return 0;
-    }
-    void CancelAt(CEvent* cancel, const CString& trigger) {
-        m_cancel = cancel;
-        m_trigger = trigger;
-    }
-
-    std::vector<CString> texts;
-
-private:
-    CEvent* m_cancel = nullptr;
-    CString m_trigger;
 };
 
 const char16_t* const kStageTexts[] = {u"Loading countries.", u"Setting country codes.",
@@ -81,7 +62,12 @@ const char16_t* const kStageTexts[] = {u"Loading countries.", u"Setting country 
 
 TEST_F(StagesTest, EachLimitPassesAtItsMinimumAndFailsOneBelow) {
     AddStations(RB_MIN_STATIONS);
+    Watch();
     ASSERT_EQ(m_db.BuildLookupLists(RB_MIN_STATIONS, &m_error), 1) << m_error.ToUtf8();
+    PumpMessages();
+    // The bar: a scale of five, each stage's position, and 5 once more at the end.
+    EXPECT_EQ(m_progress.Params(UM_UPDATE_RANGE), std::vector<LPARAM>{5});
+    EXPECT_EQ(m_progress.Params(UM_UPDATE_POS), (std::vector<LPARAM>{0, 1, 2, 3, 4, 5, 5}));
     EXPECT_EQ(m_db.m_countries.GetSize(), RB_MIN_COUNTRIES);
     EXPECT_EQ(m_db.m_tags.GetSize(), RB_MIN_TAGS);
     EXPECT_EQ(m_db.m_states.GetSize(), RB_MIN_STATES);
@@ -105,9 +91,14 @@ TEST_F(StagesTest, EachLimitPassesAtItsMinimumAndFailsOneBelow) {
     dropOne(m_db.m_languages);
 }
 
-TEST_F(StagesTest, OneStationTooFewFailsTheJob) {
+TEST_F(StagesTest, TooFewStationsOrACutDirectoryFailTheJob) {
     AddStations(RB_MIN_STATIONS - 1);
     EXPECT_EQ(m_db.BuildLookupLists(RB_MIN_STATIONS - 1, &m_error), 0);
+    EXPECT_EQ(m_error, CString(u"Radio Browser data appears corrupt - update failed."));
+    AddStations(1);
+    m_db.m_bDirectoryCut = TRUE;
+    m_error.Empty();
+    EXPECT_EQ(m_db.BuildLookupLists(RB_MIN_STATIONS, &m_error), 0);
     EXPECT_EQ(m_error, CString(u"Radio Browser data appears corrupt - update failed."));
 }
 
@@ -142,37 +133,28 @@ TEST_F(StagesTest, EachStageFailsWithItsOwnWords) {
 
 TEST_F(StagesTest, ACancelIsSeenAfterEachStageButTheLast) {
     AddStations(6000);
+    Watch();
     for (int stage = 0; stage < 5; ++stage) {
         SCOPED_TRACE(stage);
         CEvent cancel;
-        StatusWatcher watcher;
-        watcher.CancelAt(&cancel, CString(kStageTexts[stage]));
-        m_db.m_hwndProgress = watcher.GetSafeHwnd();
         m_db.m_pCancelEvent = &cancel;
-        std::atomic<bool> done{false};
-        int result = -1;
-        std::thread job([&] {
-            result = m_db.BuildLookupLists(6000, &m_error);
-            done = true;
-        });
-        while (!done)
-            PumpMessages(20);
-        job.join();
-        PumpMessages();
-        EXPECT_EQ(result, 0);
+        m_context.m_onStatus = [&](const CString& text) {
+            if (text == kStageTexts[stage])
+                cancel.SetEvent();
+        };
+        const size_t before = m_context.StatusHistory().size();
+        EXPECT_EQ(m_db.BuildLookupLists(6000, &m_error), 0);
+        const std::vector<CString> all = m_context.StatusHistory();
         std::vector<CString> expected = {CString(u"6000 stations proccessed.")};
         for (int k = 0; k <= stage; ++k)
             expected.push_back(CString(kStageTexts[k]));
-        if (stage < 4) {
-            // Polled after the stage: nothing further runs.
-            expected.push_back(CString(u"Canceling Update."));
-            EXPECT_EQ(WaitForSingleObject(&cancel, 0), WAIT_TIMEOUT);
-        } else {
-            // After the last stage nobody looks; the job runs to its end,
-            // where 6,000 stations are too few.
-            expected.push_back(CString(u"Radio Browser data appears corrupt - update failed."));
-            EXPECT_EQ(WaitForSingleObject(&cancel, 0), WAIT_OBJECT_0);
-        }
-        EXPECT_EQ(watcher.texts, expected);
+        // Polled after every stage but the last, where the job runs to its
+        // end: 6,000 stations are too few.
+        expected.push_back(stage < 4
+                               ? CString(u"Canceling Update.")
+                               : CString(u"Radio Browser data appears corrupt - update failed."));
+        EXPECT_EQ(std::vector<CString>(all.begin() + static_cast<long>(before), all.end()),
+                  expected);
+        EXPECT_EQ(WaitForSingleObject(&cancel, 0), stage < 4 ? WAIT_TIMEOUT : WAIT_OBJECT_0);
     }
 }

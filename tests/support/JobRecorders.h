@@ -2,6 +2,7 @@
 // status slot and the window that shows its progress. Both keep everything
 // they were given, in order, so tests can check the exact texts and positions.
 #pragma once
+#include <functional>
 #include <mutex>
 #include <vector>
 
@@ -21,9 +22,13 @@ public:
 
     CString GetStartDirectory() const override { return m_startDirectory; }
     void SetUpdateStatus(const CString& text) override {
-        std::lock_guard<std::mutex> lock(m_lock);
-        m_status = text;
-        m_history.push_back(text);
+        {
+            std::lock_guard<std::mutex> lock(m_lock);
+            m_status = text;
+            m_history.push_back(text);
+        }
+        if (m_onStatus)
+            m_onStatus(text);
     }
     BOOL GetUpdateStatus(CString& out) override {
         std::lock_guard<std::mutex> lock(m_lock);
@@ -34,6 +39,10 @@ public:
         std::lock_guard<std::mutex> lock(m_lock);
         return m_history;
     }
+
+    // Called on the job's own thread as each text is set, before the job goes
+    // on: a test can act at an exact point of the job without guessing times.
+    std::function<void(const CString&)> m_onStatus;
 
 private:
     CString m_startDirectory;

@@ -12,9 +12,13 @@ namespace {
 int RunRadioBuild(const CtlArgs& args) {
     if (args.size() != 2)
         return CtlUsageError("radio-build");
-    CConsoleProgress progress;
+    // The texts are printed as they are set; the dialog's pauses would only
+    // slow the build down.
+    CConsoleStatus status;
+    CConsoleProgress progress(false);
     CRadioBrowseDb db;
     db.m_hwndProgress = progress.GetSafeHwnd();
+    db.m_statusPauseMs = 0;
     CString error;
     int built = 0;
     RunWhilePumping([&] {
@@ -44,7 +48,7 @@ int RunRadioBuild(const CtlArgs& args) {
 const CtlCommandRegistrar kRegistrar(
     "radio-build", "XMLFILE OUT.dat",
     "parse a station directory, derive the lists, test the limits and write RadioBrowse.dat "
-    "(the name files are read from the current directory)",
+    "(the name files are read from the start directory)",
     RunRadioBuild);
 
 } // namespace

@@ -1,6 +1,5 @@
-// What the radio subcommands share: the progress window of the update job as
-// a console sees it, and the conversions between the database's text, which
-// holds the directory's bytes one per character, and the terminal's UTF-8.
+// What the radio subcommands share: the progress window and the status slot
+// of the update job as a console sees them.
 #pragma once
 #include <atomic>
 #include <cstdio>
@@ -12,26 +11,50 @@
 #include "platform/base/UserMessages.h"
 #include "platform/base/Window.h"
 
-// Prints each status text the job shows, line by line, and notes the end.
+inline void PrintStatus(CString text) {
+    if (text.IsEmpty())
+        return;
+    text.Remove(u'\r');
+    printf("%s\n", text.ToUtf8().c_str());
+    fflush(stdout);
+}
+
+// The job's progress window as a console sees it: with printStatus, prints
+// each status text the window is told of; notes the end.
 class CConsoleProgress : public CMessageTarget {
 public:
+    explicit CConsoleProgress(bool printStatus = true) : m_printStatus(printStatus) {}
     LRESULT OnWindowMessage(UINT message, WPARAM, LPARAM) override {
-        if (message == UM_UPDATE_STATUS) {
-            CString text;
-            if (AfxGetAppContext().GetUpdateStatus(text) && !text.IsEmpty()) {
-                text.Remove(u'\r');
-                printf("%s\n", text.ToUtf8().c_str());
-                fflush(stdout);
-            }
-        } else if (message == UM_UPDATE_IDLE) {
+        CString text;
+        if (message == UM_UPDATE_STATUS && m_printStatus &&
+            AfxGetAppContext().GetUpdateStatus(text))
+            PrintStatus(text);
+        else if (message == UM_UPDATE_IDLE)
             m_idle = true;
-        }
         return 0;
     }
     bool Idle() const { return m_idle; }
 
 private:
+    bool m_printStatus;
     bool m_idle = false;
+};
+
+// The status slot as it was, printing each text the moment it is set, so a
+// job needs no pause for its texts to be read. Registered while it lives.
+class CConsoleStatus : public IAppContext {
+public:
+    CConsoleStatus() : m_slot(AfxGetAppContext()) { AfxSetAppContext(this); }
+    ~CConsoleStatus() override { AfxSetAppContext(&m_slot); }
+    CString GetStartDirectory() const override { return m_slot.GetStartDirectory(); }
+    void SetUpdateStatus(const CString& text) override {
+        m_slot.SetUpdateStatus(text);
+        PrintStatus(text);
+    }
+    BOOL GetUpdateStatus(CString& out) override { return m_slot.GetUpdateStatus(out); }
+
+private:
+    IAppContext& m_slot;
 };
 
 // Runs `work` on a worker thread while this thread delivers what it posts.
@@ -45,23 +68,4 @@ inline void RunWhilePumping(const std::function<void()>& work) {
         PumpMessages(50);
     worker.join();
     PumpMessages();
-}
-
-// The database keeps the directory's bytes as characters; give them back.
-inline std::string StationText(const CString& text) {
-    std::string bytes;
-    for (char16_t ch : text.str()) {
-        if (ch > 0xFF)
-            return text.ToUtf8();
-        bytes.push_back(static_cast<char>(ch));
-    }
-    return bytes;
-}
-
-// A criterion typed in UTF-8, in the database's form: a character a byte.
-inline CString CriterionText(const std::string& utf8) {
-    std::u16string text;
-    for (unsigned char c : utf8)
-        text.push_back(c);
-    return CString(std::move(text));
 }

@@ -5,8 +5,8 @@
 #include <cstring>
 
 #include "radio/RadioBrowseDb.h"
+#include "radio/StationText.h"
 #include "tools/CtlCommand.h"
-#include "tools/commands/RadioConsole.h"
 
 namespace {
 
@@ -37,19 +37,19 @@ int RunRadioSearch(const CtlArgs& args) {
         int32_t number = 0;
         if (option == "--country") {
             db.m_bFindCountry = TRUE;
-            db.m_findCountry = CriterionText(value);
+            db.m_findCountry = CString::FromUtf8(value);
         } else if (option == "--state") {
             db.m_bFindState = TRUE;
-            db.m_findState = CriterionText(value);
+            db.m_findState = CString::FromUtf8(value);
         } else if (option == "--language") {
             db.m_bFindLanguage = TRUE;
-            db.m_findLanguage = CriterionText(value);
+            db.m_findLanguage = CString::FromUtf8(value);
         } else if (option == "--name") {
             db.m_bFindName = !value.empty();
-            db.m_findName = CriterionText(value);
+            db.m_findName = CString::FromUtf8(value);
         } else if (option == "--tag") {
             db.m_bFindTags = TRUE;
-            db.m_findTags.Add(CriterionText(value));
+            db.m_findTags.Add(CString::FromUtf8(value));
         } else if (option == "--min-votes" && ReadCount(value, number)) {
             db.m_bMinVotes = number != 0;
             db.m_minVotes = number;
@@ -84,8 +84,8 @@ int RunRadioSearch(const CtlArgs& args) {
         printf("Showing %d of %d Stations found\n", shown, found);
     for (int i = 0; i < shown; ++i) {
         const CStation& s = db.m_results[i];
-        printf("%s\t%d\t%d\t%s\n", StationText(s.m_name).c_str(), s.m_votes, s.m_clicks,
-               StationText(s.m_url).c_str());
+        printf("%s\t%d\t%d\t%s\n", StationText(s.m_name).ToUtf8().c_str(), s.m_votes, s.m_clicks,
+               StationText(s.m_url).ToUtf8().c_str());
     }
     return 0;
 }

@@ -333,7 +333,7 @@ private:
     }
 
     std::string Time() {
-        char text[32];
+        char text[72];
         snprintf(text, sizeof text, "2025-%02d-%02d %02d:%02d:%02d", 1 + Below(12), 1 + Below(28),
                  Below(24), Below(60), Below(60));
         return text;
