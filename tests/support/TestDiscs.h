@@ -21,8 +21,9 @@ public:
     }
 
     const std::string& Dvd() {
-        if (m_dvd.empty())
+        if (m_dvd.empty()) {
             EXPECT_TRUE(m_maker.MakeDvd(m_dvd)) << m_maker.Errors();
+        }
         return m_dvd;
     }
     const std::string& EncryptedDvd() {
