@@ -190,6 +190,19 @@ public:
     // "Orvex Help": the manual's contents in the desktop's browser.
     void OnHelp();
 
+    // Playable discs in the drives (DocDiscs.cpp). FindDiscPath stores in
+    // m_dvdPath (dvd) or m_cdPath what the first drive that holds one gives:
+    // a DVD's VIDEO_TS folder, or the root of an audio CD's tracks.
+    BOOL FindDiscPath(BOOL dvd);
+    static BOOL ProbeDiscRoot(const CString& root, CString* found, BOOL dvd);
+    // Whether "Play DVD" and "Play CD" are enabled; each looks at the drives.
+    BOOL OnUpdatePlayDvd();
+    BOOL OnUpdatePlayCd();
+    BOOL OnUpdateDvdNavigation();
+    void OnPlayDvd();
+    void OnPlayCd();
+    void OnDvdNavigation();
+
     // Folders and drives (DocFolders.cpp). A shown folder is a made-up
     // topic: its media files as items, its sub-folders as child topics,
     // never stored.

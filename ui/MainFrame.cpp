@@ -55,6 +55,7 @@ CMainFrame::CMainFrame(COrvexDoc& document) : m_document(document) {
 
     // Command groups that live in their own files connect themselves here.
     ConnectItemDialogCommands(*this, m_document);
+    ConnectDiscCommands(*this, m_document);
 }
 
 CMainFrame::~CMainFrame() {
@@ -127,9 +128,11 @@ void CMainFrame::CreateMenus() {
     AddCommand(tools, ID_RADIO_UPDATE, QStringLiteral("Update Radio Station Database"));
 
     QMenu* disc = menuBar()->addMenu(QStringLiteral("&CD-DVD"));
+    disc->setObjectName(QStringLiteral("CD-DVD"));
     AddCommand(disc, ID_DVD_NAVIGATION, QStringLiteral("DVD Navigation"));
     AddCommand(disc, ID_PLAY_DVD, QStringLiteral("Play DVD"));
     AddCommand(disc, ID_PLAY_CD, QStringLiteral("Play CD"));
+    AddCommand(disc, ID_PLAY_DVD_FOLDER, QStringLiteral("Play DVD Folder or Image..."));
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
     AddCommand(help, ID_HELP_CONTENTS, QStringLiteral("Orvex Help"));

@@ -86,9 +86,14 @@ BOOL CMainFrame::SetVideoWindow(BOOL hasVideo, BOOL hasAudio, HWND* hOwner, HWND
     return TRUE;
 }
 
-void CMainFrame::StopPlayback(BOOL) {
+void CMainFrame::StopPlayback(BOOL goOn) {
     if (m_player.m_state == 0)
         return;
+    // A track list goes on by itself with its next track.
+    if (goOn && m_cdListActive) {
+        StartNextCdTrack();
+        return;
+    }
     m_cdListActive = FALSE;
     m_cdIndex = -1;
     m_cdTracks.RemoveAll();

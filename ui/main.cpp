@@ -8,6 +8,7 @@
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
 #include "platform/base/Version.h"
+#include "platform/disc/AudioCdFolders.h"
 #include "platform/qt/QtGlue.h"
 #include "ui/CommandLine.h"
 #include "ui/FileChooser.h"
@@ -38,6 +39,7 @@ int main(int argc, char** argv) {
     InstallQtPlatformGlue();
     InstallFontChooser();
     InstallFileChooser();
+    InstallAudioCdFolders();
 
     COrvexApp app;
     app.SetFrameFactory([](COrvexDoc& document) { return std::make_unique<CMainFrame>(document); });

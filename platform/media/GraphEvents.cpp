@@ -63,7 +63,16 @@ void CFilterGraph::HandleBusMessage(GstMessage* message) {
         });
         break;
     case GST_MESSAGE_ELEMENT:
-        if (gst_is_video_overlay_prepare_window_handle_message(message)) {
+        if (const GstStructure* s = gst_message_get_structure(message);
+            s && gst_structure_has_name(s, kGraphEventMessage)) {
+            // A filter's own event, such as where a DVD stands.
+            gint code = 0;
+            gint64 param1 = 0, param2 = 0;
+            gst_structure_get_int(s, "code", &code);
+            gst_structure_get_int64(s, "param1", &param1);
+            gst_structure_get_int64(s, "param2", &param2);
+            QueueEvent(code, static_cast<LONG_PTR>(param1), static_cast<LONG_PTR>(param2));
+        } else if (gst_is_video_overlay_prepare_window_handle_message(message)) {
             std::lock_guard<std::recursive_mutex> lock(m_videoLock);
             if (m_overlay)
                 gst_object_unref(m_overlay);
