@@ -4,6 +4,7 @@
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
 #include "platform/base/FontDialog.h"
+#include "platform/base/HelpViewer.h"
 #include "platform/base/MessageBox.h"
 
 CString COrvexDoc::ContentsFilePath() const {
@@ -111,4 +112,9 @@ void COrvexDoc::OnDiscChange(const CString& drive, BOOL arrived) {
     // drops the disc's rows.
     frame->StopDiscPlayback();
     UpdateAllViews(nullptr, HINT_DISC_REMOVED, &drive);
+}
+
+void COrvexDoc::OnHelp() {
+    // The result is of no further use: a missing manual has said so itself.
+    HtmlHelpW();
 }

@@ -102,4 +102,9 @@ public:
     // *error; nothing is shown.
     virtual TransferOutcome Download(const CString& url, const CString& target, unsigned maxBytes,
                                      CString* error) = 0;
+    // The radio dialogs work on the document themselves while they are open:
+    // "Update Radio Station Database" naming the chosen server, and "Search
+    // Radio Stations". Without them the commands open nothing.
+    virtual void RunRadioUpdateDialog(const CString& /*server*/) {}
+    virtual void RunRadioSearchDialog() {}
 };

@@ -28,6 +28,18 @@ BOOL COrvexDoc::ChooseRadioServer() {
     return TRUE;
 }
 
+void COrvexDoc::OnUpdateRadioDb() {
+    if (!ChooseRadioServer())
+        return;
+    if (m_pDialogs)
+        m_pDialogs->RunRadioUpdateDialog(m_serverUrl);
+}
+
+void COrvexDoc::OnSearchRadio() {
+    if (m_pDialogs)
+        m_pDialogs->RunRadioSearchDialog();
+}
+
 void COrvexDoc::StartRadioUpdate(HWND hwndDialog) {
     if (!hwndDialog)
         return;

@@ -2,6 +2,7 @@
 // window itself lives in the user interface; the document reaches it only
 // through this link (GetMainFrame), so it builds and runs without one.
 #pragma once
+#include "platform/base/CString.h"
 #include "platform/base/Window.h"
 
 class IMainFrame {
@@ -14,4 +15,11 @@ public:
     // Ends the playback of a CD or DVD, if one plays, before a disc's rows go.
     virtual void StopDiscPlayback() {}
     virtual HWND GetFrameHwnd() const = 0;
+    // Discs: whether one plays, and the two ways the CD-DVD menu starts one.
+    virtual BOOL IsDvdPlaying() const { return FALSE; }
+    virtual BOOL IsCdPlaying() const { return FALSE; }
+    virtual BOOL StartDvd(const CString&) { return FALSE; }
+    virtual BOOL StartCdFolder(const CString&) { return FALSE; }
+    // The DVD Navigation dialog, run modally on the player.
+    virtual void RunDvdNavigation() {}
 };

@@ -9,6 +9,7 @@
 #include "platform/base/Deployment.h"
 #include "platform/base/File.h"
 #include "platform/base/MessageBox.h"
+#include "platform/base/StartDirectory.h"
 #include "platform/base/Version.h"
 
 namespace {
@@ -25,7 +26,7 @@ IMainFrame* GetMainFrame() {
     return g_app ? g_app->GetMainWnd() : nullptr;
 }
 
-COrvexApp::COrvexApp() : m_startDirectory(GetCurrentDirectoryW()) {
+COrvexApp::COrvexApp() : m_startDirectory(FindStartDirectory()) {
     g_app = this;
     AfxSetAppContext(this);
 }

@@ -49,6 +49,7 @@ public:
     void SetUpdateStatus(const CString& text) override;
     BOOL GetUpdateStatus(CString& out) override;
     CString GetStartDirectory() const override { return m_startDirectory; }
+    HWND GetDvdNavWindow() const override { return m_hwndDvdNav; }
 
     IMainFrame* GetMainWnd() const { return m_pMainWnd.get(); }
     COrvexDoc* GetDocument() const { return m_document.get(); }

@@ -4,6 +4,7 @@
 
 #include "app/MainFrameLink.h"
 #include "app/OrvexApp.h"
+#include "platform/base/AppContext.h"
 #include "platform/base/File.h"
 #include "platform/base/MessageBox.h"
 
@@ -45,7 +46,7 @@ BOOL COrvexDoc::OnNewDocument() {
     // The alias table must stand before the contents load: it maps their names.
     m_aliases.LoadAliases();
     m_extensions.LoadExtensions();
-    const CString startDirectory = app ? app->m_startDirectory : GetCurrentDirectoryW();
+    const CString startDirectory = AfxGetAppContext().GetStartDirectory();
     m_dataFolder = SettleDataFolder(startDirectory);
     // Results are not examined: start-up never stops because of a data file.
     LoadContents(ContentsFilePath());

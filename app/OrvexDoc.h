@@ -85,6 +85,10 @@ public:
     // Finds a server once per process; 1 when one is known, after which the
     // update dialog opens. A failure has been shown in a message box.
     BOOL ChooseRadioServer();
+    // "Update Radio Station Database": a server first, then the dialog.
+    void OnUpdateRadioDb();
+    // "Search For Radio Stations": the search dialog over m_radioDb.
+    void OnSearchRadio();
     void StartRadioUpdate(HWND hwndDialog);
     void CancelRadioUpdate();
     void OnRadioUpdateDone();
@@ -184,6 +188,21 @@ public:
     // The OK of "Set Folder Paths": both folders taken, changed or not.
     void SetFolderLocations(const CString& contentsFolder, const CString& videoFolder);
     void OnDiscChange(const CString& drive, BOOL arrived);
+    // "Orvex Help": the manual's contents in the desktop's browser.
+    void OnHelp();
+
+    // Playable discs in the drives (DocDiscs.cpp). FindDiscPath stores in
+    // m_dvdPath (dvd) or m_cdPath what the first drive that holds one gives:
+    // a DVD's VIDEO_TS folder, or the root of an audio CD's tracks.
+    BOOL FindDiscPath(BOOL dvd);
+    static BOOL ProbeDiscRoot(const CString& root, CString* found, BOOL dvd);
+    // Whether "Play DVD" and "Play CD" are enabled; each looks at the drives.
+    BOOL OnUpdatePlayDvd();
+    BOOL OnUpdatePlayCd();
+    BOOL OnUpdateDvdNavigation();
+    void OnPlayDvd();
+    void OnPlayCd();
+    void OnDvdNavigation();
 
     // Folders and drives (DocFolders.cpp). A shown folder is a made-up
     // topic: its media files as items, its sub-folders as child topics,

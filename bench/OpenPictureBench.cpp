@@ -170,7 +170,8 @@ int main(int argc, char** argv) {
         return 2;
     CMainFrame* frame = GetOrvexFrame();
     frame->move(0, 0);
-    QTest::qWaitForWindowExposed(frame);
+    if (!QTest::qWaitForWindowExposed(frame))
+        return 2;
     QTest::qWait(300);
     const double first = OpenInWindow(*frame, file);
     std::vector<double> orvex;

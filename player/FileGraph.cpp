@@ -1,36 +1,8 @@
 // The graph of a file or stream: splitter source, then the video and audio
 // decoders as far as the source has such streams, then the renderers.
 #include "platform/base/MessageBox.h"
-#include "platform/base/UserMessages.h"
-#include "player/LavSetup.h"
+#include "player/GraphParts.h"
 #include "player/MediaPlayer.h"
-
-namespace {
-
-// Ends the wait cursor on every way out of a build.
-class CWaitCursor {
-public:
-    explicit CWaitCursor(IPlayerFrame* frame) : m_frame(frame) {
-        if (m_frame)
-            m_frame->BeginWaitCursor();
-    }
-    ~CWaitCursor() {
-        if (m_frame)
-            m_frame->EndWaitCursor();
-    }
-    CWaitCursor(const CWaitCursor&) = delete;
-    CWaitCursor& operator=(const CWaitCursor&) = delete;
-
-private:
-    IPlayerFrame* m_frame;
-};
-
-template <typename T>
-HRESULT QueryTo(IUnknown* from, REFIID riid, T** to) {
-    return from->QueryInterface(riid, reinterpret_cast<void**>(to));
-}
-
-} // namespace
 
 BOOL CMediaPlayer::FailPlayback(const CString& text) {
     CleanPlayback();
@@ -42,7 +14,7 @@ BOOL CMediaPlayer::FailPlayback(const CString& text) {
 }
 
 BOOL CMediaPlayer::PlayFileLav(const CString& path, IPlayerFrame* pFrame) {
-    CWaitCursor wait(pFrame);
+    CBuildWaitCursor wait(pFrame);
     if (m_state != 0 && !CleanPlayback())
         return FALSE;
 
@@ -96,38 +68,16 @@ BOOL CMediaPlayer::PlayFileLav(const CString& path, IPlayerFrame* pFrame) {
         return FALSE;
     if (hasAudio && !BuildAudioChain(pFrame))
         return FALSE;
-
-    if (FAILED(QueryTo(m_pGraph, IID_IMediaControl, &m_pControl)))
-        return FailPlayback(u"ERROR - IMediaControl not supported.");
-    if (FAILED(QueryTo(m_pGraph, IID_IMediaEventEx, &m_pEvent)))
-        return FailPlayback(u"ERROR - IMediaEventEx not supported.");
-    if (FAILED(QueryTo(m_pGraph, IID_IMediaSeeking, &m_pSeeking)))
-        return FailPlayback(u"ERROR - IMediaSeeking not supported.");
-    if (FAILED(m_pEvent->SetNotifyWindow(m_hNotifyWnd, UM_GRAPH_NOTIFY, 0)))
-        return FailPlayback(u"ERROR - SetNotifyWindow failed.");
-    if (FAILED(m_pControl->Run()))
-        return FailPlayback(u"ERROR - Run failed.");
-    OAFilterState state = State_Stopped;
-    if (FAILED(m_pControl->GetState(1000, &state)))
-        return FailPlayback(u"ERROR - GetState failed.");
-    if (state != State_Running)
-        return FailPlayback(u"ERROR - not State_Running.");
+    if (!RunGraph())
+        return FALSE;
     m_state = 2;
     ReadDuration();
     return TRUE;
 }
 
 BOOL CMediaPlayer::BuildVideoChain(const RECT& rect) {
-    if (FAILED(CreateObjectFromPath(m_videoPath, CLSID_LAVVideo, &m_pLavVid)))
-        return FailPlayback(u"ERROR - CreateObjectFromPath failed - clsidLavVid");
-    ILAVVideoSettings* settings = nullptr;
-    if (FAILED(QueryTo(m_pLavVid, IID_ILAVVideoSettings, &settings)))
-        return FailPlayback(u"ERROR - ILAVVideoSettings not supported");
-    settings->SetRuntimeConfig(TRUE);
-    settings->Release();
-    if (FAILED(m_pGraph->AddFilter(m_pLavVid, u"LAV Video Decoder")))
-        return FailPlayback(u"ERROR - AddFilter failed - LAV Video Decoder.");
-
+    if (!AddVideoDecoder(FALSE))
+        return FALSE;
     IPin* sourcePin = nullptr;
     IPin* decoderPin = nullptr;
     if (FAILED(GetPin(m_pLavSrc, PINDIR_OUTPUT, MEDIATYPE_Video, &sourcePin)))
@@ -136,46 +86,14 @@ BOOL CMediaPlayer::BuildVideoChain(const RECT& rect) {
         sourcePin->Release();
         return FailPlayback(u"ERROR - GetPin - In Lav Video Decoder.");
     }
-    HRESULT hr = sourcePin->Connect(decoderPin, nullptr);
-    sourcePin->Release();
-    decoderPin->Release();
-    if (FAILED(hr))
-        return FailPlayback(u"ERROR - Connect failed - Lav Source to Video.");
-
-    IPin* out = nullptr;
-    if (FAILED(GetPin(m_pLavVid, PINDIR_OUTPUT, MEDIATYPE_Video, &out)))
-        return FailPlayback(u"ERROR - GetPin - Out Video Decoder.");
-    hr = m_pGraph->Render(out);
-    out->Release();
-    if (FAILED(hr))
-        return FailPlayback(u"ERROR - Render video failed.");
-
-    if (FAILED(QueryTo(m_pGraph, IID_IVideoWindow, &m_pVideoWindow)))
-        return FailPlayback(u"ERROR - IVideoWindow not supported.");
-    if (FAILED(QueryTo(m_pGraph, IID_IBasicVideo, &m_pBasicVideo)))
-        return FailPlayback(u"ERROR - IBasicVideo not supported.");
-    if (FAILED(m_pVideoWindow->put_Owner(m_hVideoOwner)))
-        return FailPlayback(u"ERROR - put_Owner failed.");
-    if (FAILED(m_pVideoWindow->put_MessageDrain(m_hVideoOwner)))
-        return FailPlayback(u"ERROR - put_MessageDrain failed.");
-    if (FAILED(m_pVideoWindow->put_WindowStyle(0x44000000)))
-        return FailPlayback(u"ERROR - put_WindowStyle failed.");
-    return SetVideoRect(rect);
+    if (!ConnectPins(sourcePin, decoderPin, u"ERROR - Connect failed - Lav Source to Video."))
+        return FALSE;
+    return RenderVideoDecoder(rect);
 }
 
 BOOL CMediaPlayer::BuildAudioChain(IPlayerFrame* pFrame) {
-    if (FAILED(CreateObjectFromPath(m_audioPath, CLSID_LAVAudio, &m_pLavAud)))
-        return FailPlayback(u"ERROR - CreateObjectFromPath failed - clsidLavAud");
-    ILAVAudioSettings* settings = nullptr;
-    if (FAILED(QueryTo(m_pLavAud, IID_ILAVAudioSettings, &settings)))
-        return FailPlayback(u"ERROR - ILAVAudioSettings not supported");
-    HRESULT hr = pFrame->GetLavSetup().SetOrvexAudio(settings);
-    settings->Release();
-    if (FAILED(hr))
-        return FailPlayback(u"ERROR - m_lavSetup.SetOrvexAudio failed - LAV Audio Decoder.");
-    if (FAILED(m_pGraph->AddFilter(m_pLavAud, u"LAV Audio Decoder")))
-        return FailPlayback(u"ERROR - AddFilter failed - LAV Audio Decoder.");
-
+    if (!AddAudioDecoder(pFrame))
+        return FALSE;
     IPin* sourcePin = nullptr;
     IPin* decoderPin = nullptr;
     if (FAILED(GetPin(m_pLavSrc, PINDIR_OUTPUT, MEDIATYPE_Audio, &sourcePin)))
@@ -184,23 +102,7 @@ BOOL CMediaPlayer::BuildAudioChain(IPlayerFrame* pFrame) {
         sourcePin->Release();
         return FailPlayback(u"ERROR - GetPin - In Lav Audio Decoder.");
     }
-    hr = sourcePin->Connect(decoderPin, nullptr);
-    sourcePin->Release();
-    decoderPin->Release();
-    if (FAILED(hr))
-        return FailPlayback(u"ERROR - Connect failed - Lav Source to Audio.");
-
-    IPin* out = nullptr;
-    if (FAILED(GetPin(m_pLavAud, PINDIR_OUTPUT, MEDIATYPE_Audio, &out)))
-        return FailPlayback(u"ERROR - GetPin - Out Audio Decoder.");
-    hr = m_pGraph->Render(out);
-    out->Release();
-    if (FAILED(hr))
-        return FailPlayback(u"ERROR - Render audio failed.");
-
-    if (FAILED(QueryTo(m_pGraph, IID_IBasicAudio, &m_pBasicAudio)))
-        return FailPlayback(u"ERROR - IBasicAudio not supported.");
-    if (FAILED(m_pBasicAudio->put_Volume(PercentToVolume(50))))
-        return FailPlayback(u"ERROR - put_Volume failed.");
-    return TRUE;
+    if (!ConnectPins(sourcePin, decoderPin, u"ERROR - Connect failed - Lav Source to Audio."))
+        return FALSE;
+    return RenderAudioDecoder(50, u"ERROR - put_Volume failed.");
 }

@@ -1,6 +1,7 @@
 // The playback engine: builds the pipeline for a medium filter by filter
 // from the private filter modules, and controls it while it plays.
 #pragma once
+#include "platform/base/Array.h"
 #include "platform/base/CString.h"
 #include "platform/base/Rect.h"
 #include "platform/media/LavInterfaces.h"
@@ -66,6 +67,27 @@ public:
     // The file and stream graph.
     BOOL PlayFileLav(const CString& path, IPlayerFrame* pFrame);
     BOOL FailPlayback(const CString& text);
+    // The CD graph: one track, at this volume in percent.
+    BOOL PlayCdLav(const CString& path, IPlayerFrame* pFrame, int volume);
+    // The DVD graph: a VIDEO_TS folder, a disc image or a drive.
+    BOOL PlayDvdLav(const CString& path, IPlayerFrame* pFrame);
+
+    // DVD navigation (DvdNavigation.cpp).
+    void PlayChapterInTitle(uint32_t title, uint32_t chapter);
+    void ShowDvdMenu(DVD_MENU_ID menu);
+    uint32_t GetChapterCount(uint32_t title);
+    // A point of the video view, in its client coordinates.
+    void SelectMenuButton(int x, int y);
+    void ActivateMenuButton(int x, int y);
+    CString GetDomainName() const;
+    CString GetTitleDurationText() const;
+    void OnDvdChapterStart();
+    static uint32_t BcdTimeToSeconds(uint32_t v);
+    static uint32_t HmsfToSeconds(uint32_t v);
+    static DVD_HMSF_TIMECODE SecondsToHmsf(uint32_t seconds);
+    // The words the pump forms for EC_DVD_ERROR and EC_DVD_WARNING; empty
+    // for an error it has none for.
+    static CString DvdProblemText(LONG code, LONG_PTR p1);
 
     // Control of the running graph.
     BOOL CleanPlayback();
@@ -102,6 +124,16 @@ public:
 private:
     BOOL BuildVideoChain(const RECT& rect);
     BOOL BuildAudioChain(IPlayerFrame* pFrame);
+    // Stretches the builders share (GraphParts.cpp). Each reports its own
+    // failure and gives false.
+    BOOL ConnectPins(IPin* out, IPin* in, const char16_t* failure);
+    BOOL AddVideoDecoder(BOOL dvd);
+    BOOL RenderVideoDecoder(const RECT& rect);
+    BOOL AddAudioDecoder(IPlayerFrame* pFrame);
+    BOOL RenderAudioDecoder(int volume, const char16_t* volumeFailure);
+    BOOL RunGraph();
+    // One DVD row of the pump.
+    void OnDvdEvent(LONG code, LONG_PTR p1, LONG_PTR p2, CStringArray& messages);
     // The words of the error that ended the graph's streams.
     CString GraphErrorText();
     void OnStreamTitleEvent(IPlayerFrame* pFrame);

@@ -147,8 +147,32 @@ void CMediaPlayer::ToggleMute() {
 
 BOOL CMediaPlayer::SeekDrag(BOOL starting, int in, int& out) {
     if (m_bDvd && m_pDvdControl) {
-        // Seeking inside a DVD title belongs to the DVD graph.
-        return FALSE;
+        const auto seconds =
+            static_cast<uint32_t>(static_cast<uint64_t>(m_dvdTitleSeconds) * in / 1000);
+        if (starting) {
+            if (m_state == 2) {
+                if (!m_pControl || FAILED(m_pControl->Pause()))
+                    return FALSE;
+                m_state = 1;
+            }
+            out = static_cast<int>(seconds);
+            return TRUE;
+        }
+        if (m_state != 1)
+            return TRUE;
+        DVD_HMSF_TIMECODE time = SecondsToHmsf(seconds);
+        const HRESULT seek = m_pDvdControl->PlayAtTimeInTitle(m_dvdTitle, &time, 0, nullptr);
+        const HRESULT run = m_pControl ? m_pControl->Run() : E_POINTER;
+        if (FAILED(seek)) {
+            if (SUCCEEDED(run))
+                m_state = 2;
+            return FALSE;
+        }
+        if (FAILED(run))
+            return FALSE;
+        m_state = 2;
+        out = static_cast<int>(seconds);
+        return TRUE;
     }
     if (!m_pControl || !m_pSeeking || m_state == 0)
         return FALSE;
@@ -179,8 +203,17 @@ BOOL CMediaPlayer::SeekDrag(BOOL starting, int in, int& out) {
 BOOL CMediaPlayer::SeekTo(int in, int& out) {
     if (m_state != 2 || !m_pControl || !m_pSeeking)
         return FALSE;
-    if (m_bDvd)
-        return FALSE;
+    if (m_bDvd) {
+        uint64_t seconds = static_cast<uint64_t>(m_dvdTitleSeconds) * in / 1000;
+        if (seconds > m_dvdTitleSeconds)
+            seconds = m_dvdTitleSeconds;
+        DVD_HMSF_TIMECODE time = SecondsToHmsf(static_cast<uint32_t>(seconds));
+        if (!m_pDvdControl ||
+            FAILED(m_pDvdControl->PlayAtTimeInTitle(m_dvdTitle, &time, 0, nullptr)))
+            return FALSE;
+        out = static_cast<int>(seconds);
+        return TRUE;
+    }
     LONGLONG target = m_duration * in / 1000;
     if (target < kUnitsPerSecond)
         target = kUnitsPerSecond;
@@ -247,8 +280,13 @@ BOOL CMediaPlayer::OnGraphEvent(IPlayerFrame* pFrame) {
         return FALSE;
     LONG code = 0;
     LONG_PTR p1 = 0, p2 = 0;
+    CStringArray dvdMessages;
     while (m_pEvent && SUCCEEDED(m_pEvent->GetEvent(&code, &p1, &p2, 0))) {
         m_pEvent->FreeEventParams(code, p1, p2);
+        if (code >= EC_DVD_DOMAIN_CHANGE && code <= EC_DVD_CURRENT_HMSF_TIME) {
+            OnDvdEvent(code, p1, p2, dvdMessages);
+            continue;
+        }
         if (code == EC_STREAM_TITLE) {
             OnStreamTitleEvent(pFrame);
         } else if (code == EC_RECORDING_STOPPED) {

@@ -24,13 +24,20 @@ constexpr int ID_RADIO_UPDATE = 32787;
 constexpr int ID_DVD_NAVIGATION = 32785;
 constexpr int ID_PLAY_DVD = 32793;
 constexpr int ID_PLAY_CD = 32795;
+constexpr int ID_PLAY_DVD_FOLDER = 32796;
 constexpr int ID_HELP_CONTENTS = 32786;
 constexpr int ID_ABOUT = 57664;
 
 // Enables and connects the commands that run the document's dialogs (Folder
-// Locations, LAV Setup, Export, Import) and gives the document its dialogs,
-// which the panes' editing commands use as well (ItemDialogCommands.cpp).
+// Locations, LAV Setup, Export, Import, the radio update and search) and Orvex
+// Help, and gives the document its dialogs, which the panes' editing commands
+// use as well (ItemDialogCommands.cpp).
 void ConnectItemDialogCommands(CMainFrame& frame, COrvexDoc& doc);
 // What the frame's drive watcher calls when the system's drives changed:
 // the document hears of each drive root that came or went (DriveEvents.cpp).
 std::function<void(const CString&, BOOL)> DriveEventsFor(COrvexDoc& doc);
+// The CD-DVD menu: its commands, enabled as the drives and the player stand
+// each time the menu opens (MainFrameDisc.cpp).
+void ConnectDiscCommands(CMainFrame& frame, COrvexDoc& doc);
+// Sets the CD-DVD menu's entries as the menu opening does.
+void UpdateDiscCommands(CMainFrame& frame, COrvexDoc& doc);

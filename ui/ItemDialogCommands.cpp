@@ -26,4 +26,7 @@ void ConnectItemDialogCommands(CMainFrame& frame, COrvexDoc& doc) {
     Connect(frame, ID_LAV_SETUP, [&doc] { doc.OnLavSetup(); });
     Connect(frame, ID_EXPORT, [&doc] { doc.OnExport(); });
     Connect(frame, ID_IMPORT, [&doc] { doc.OnImport(); });
+    Connect(frame, ID_RADIO_SEARCH, [&doc] { doc.OnSearchRadio(); });
+    Connect(frame, ID_RADIO_UPDATE, [&doc] { doc.OnUpdateRadioDb(); });
+    Connect(frame, ID_HELP_CONTENTS, [&doc] { doc.OnHelp(); });
 }

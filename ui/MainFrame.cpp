@@ -56,6 +56,7 @@ CMainFrame::CMainFrame(COrvexDoc& document) : m_document(document) {
 
     // Command groups that live in their own files connect themselves here.
     ConnectItemDialogCommands(*this, m_document);
+    ConnectDiscCommands(*this, m_document);
     m_desktop = std::make_unique<CFrameDesktop>(*this, m_document);
 }
 
@@ -129,9 +130,11 @@ void CMainFrame::CreateMenus() {
     AddCommand(tools, ID_RADIO_UPDATE, QStringLiteral("Update Radio Station Database"));
 
     QMenu* disc = menuBar()->addMenu(QStringLiteral("&CD-DVD"));
+    disc->setObjectName(QStringLiteral("CD-DVD"));
     AddCommand(disc, ID_DVD_NAVIGATION, QStringLiteral("DVD Navigation"));
     AddCommand(disc, ID_PLAY_DVD, QStringLiteral("Play DVD"));
     AddCommand(disc, ID_PLAY_CD, QStringLiteral("Play CD"));
+    AddCommand(disc, ID_PLAY_DVD_FOLDER, QStringLiteral("Play DVD Folder or Image..."));
 
     QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
     AddCommand(help, ID_HELP_CONTENTS, QStringLiteral("Orvex Help"));

@@ -34,6 +34,13 @@ public:
     void StopPlaybackForExit() override;
     void StopDiscPlayback() override;
     HWND GetFrameHwnd() const override { return GetSafeHwnd(); }
+    BOOL IsDvdPlaying() const override { return m_player.m_bDvd; }
+    BOOL IsCdPlaying() const override { return m_player.m_bCd; }
+    // Plays a DVD folder, image or drive; true when it plays.
+    BOOL StartDvd(const CString& folder) override;
+    // Plays every file of a CD's folder as a track list, from the first.
+    BOOL StartCdFolder(const CString& folder) override;
+    void RunDvdNavigation() override;
 
     // IPlayerFrame
     BOOL SetVideoWindow(BOOL hasVideo, BOOL hasAudio, HWND* hOwner, HWND* hNotify,
@@ -57,6 +64,13 @@ public:
     // Plays a file or URL; true when it plays. A failure has been shown and
     // leaves the list in the right pane.
     BOOL StartMediaFile(const CString& path);
+    // CD tracks (MainFrameDisc.cpp): one track, the next of the list, and
+    // the list pane's request to play its topic as a track list.
+    BOOL StartCd(const CString& path);
+    void StartNextCdTrack();
+    void OnPlayCdRequest();
+    // "Play DVD Folder or Image...": a VIDEO_TS folder or an image from disk.
+    void OnPlayDvdFolderOrImage();
     void TogglePause(BOOL keepFocus);
     void StartPositionTimer();
     void StopPositionTimer();

@@ -16,6 +16,13 @@ LRESULT CMainFrame::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) 
         if (!m_mediaPath.IsEmpty())
             StartMediaFile(m_mediaPath);
         break;
+    case UM_PLAY_DVD:
+        if (!m_mediaPath.IsEmpty())
+            StartDvd(m_mediaPath);
+        break;
+    case UM_PLAY_CD:
+        OnPlayCdRequest();
+        break;
     case UM_STOP:
         StopPlayback(FALSE);
         FocusRightPane();

@@ -20,7 +20,11 @@ void CMainFrame::OnOpenMediaFile() {
     if (!RunFileDialog(request, path))
         return;
     m_mediaPath.Empty();
-    StartMediaFile(path);
+    // A CD track chosen here plays alone, with no list behind it.
+    if (path.Find(CString(u".cda")) >= 0)
+        StartCd(path);
+    else
+        StartMediaFile(path);
 }
 
 void CMainFrame::OnOpenMediaUrl() {

@@ -93,12 +93,18 @@ BOOL CMainFrame::SetVideoWindow(BOOL hasVideo, BOOL hasAudio, HWND* hOwner, HWND
     return TRUE;
 }
 
-void CMainFrame::StopPlayback(BOOL) {
+void CMainFrame::StopPlayback(BOOL goOn) {
     if (m_player.m_state == 0) {
         // A stream that dropped has no graph while it waits to connect
         // again, and still plays as far as the user is concerned.
         if (m_desktop && m_desktop->CancelReconnect())
             RestAfterPlayback();
+        return;
+    }
+    // A track list goes on by itself with its next track, unless the sleep
+    // timer waits for the end of this one.
+    if (goOn && m_cdListActive && !m_desktop->StopsAtEndOfItem()) {
+        StartNextCdTrack();
         return;
     }
     m_cdListActive = FALSE;

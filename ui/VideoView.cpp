@@ -45,6 +45,10 @@ public:
         setAttribute(Qt::WA_NoSystemBackground);
         setAttribute(Qt::WA_OpaquePaintEvent);
         setAttribute(Qt::WA_TransparentForMouseEvents);
+        // Its native window still gets the X server's pointer moves; with
+        // tracking on, Qt hands them on to the view, where a DVD menu's
+        // buttons follow the mouse.
+        setMouseTracking(true);
         setFocusPolicy(Qt::NoFocus);
         setObjectName(QStringLiteral("PictureWindow"));
     }
@@ -139,7 +143,13 @@ void COrvexVideoView::mouseReleaseEvent(QMouseEvent* event) {
         OnDvdMenuMouse(event->position().toPoint(), TRUE);
 }
 
-void COrvexVideoView::OnDvdMenuMouse(const QPoint&, BOOL) {}
+void COrvexVideoView::OnDvdMenuMouse(const QPoint& point, BOOL activate) {
+    CMediaPlayer* engine = Engine();
+    if (activate)
+        engine->ActivateMenuButton(point.x(), point.y());
+    else
+        engine->SelectMenuButton(point.x(), point.y());
+}
 
 void COrvexVideoView::wheelEvent(QWheelEvent* event) {
     COrvexApp* app = AfxGetOrvexApp();

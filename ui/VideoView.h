@@ -40,8 +40,8 @@ protected:
 
 private:
     CMediaPlayer* Engine() const;
-    // A disc's menu buttons under the mouse: selected as it moves, activated
-    // when the left button is let go. They answer once discs play.
+    // A DVD menu's buttons under the mouse: selected as it moves, activated
+    // when the left button is let go.
     void OnDvdMenuMouse(const QPoint& point, BOOL activate);
 
     COrvexDoc* m_pDoc;

@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <memory>
 
@@ -6,6 +7,8 @@
 
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
+#include "platform/base/Version.h"
+#include "platform/disc/AudioCdFolders.h"
 #include "platform/qt/QtGlue.h"
 #include "ui/CommandLine.h"
 #include "ui/FileChooser.h"
@@ -13,6 +16,12 @@
 #include "ui/MainFrame.h"
 
 int main(int argc, char** argv) {
+    // Answered before anything needs a display, so that scripts and package
+    // checks can ask on any machine.
+    if (argc > 1 && strcmp(argv[1], "--version") == 0) {
+        printf("Orvex %s\n", GetProgramVersionText().ToUtf8().c_str());
+        return 0;
+    }
     // Without a display Qt would abort; say why and leave instead.
     auto display = std::make_unique<CDisplayCheck>();
     if (!display->MissingReason().empty()) {
@@ -25,10 +34,12 @@ int main(int argc, char** argv) {
     display.reset();
     CDisplayCheck::KeepPictureOnX11(QGuiApplication::platformName());
     QApplication::setApplicationName(QStringLiteral("Orvex"));
-    QApplication::setDesktopFileName(QStringLiteral("orvex"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Orvex"));
+    QApplication::setDesktopFileName(QStringLiteral("io.sourceforge.orvex"));
     InstallQtPlatformGlue();
     InstallFontChooser();
     InstallFileChooser();
+    InstallAudioCdFolders();
 
     COrvexApp app;
     app.SetFrameFactory([](COrvexDoc& document) { return std::make_unique<CMainFrame>(document); });

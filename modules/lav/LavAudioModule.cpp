@@ -1,6 +1,6 @@
 // LAVAudio_1.ax: the audio decoder.
+#include "modules/ModuleExport.h"
 #include "modules/lav/LavDecoder.h"
-#include "modules/lav/ModuleExport.h"
 
 namespace {
 

@@ -47,6 +47,31 @@ GstElement* MakeDecoder(const GstCaps* caps, bool video) {
     return decoder;
 }
 
+// The parser that frames a stream of these caps, best ranked first; null
+// when the decoder takes the stream as it comes.
+GstElement* MakeParser(const GstCaps* caps, bool video) {
+    GList* all = gst_element_factory_list_get_elements(
+        GST_ELEMENT_FACTORY_TYPE_PARSER |
+            (video ? GST_ELEMENT_FACTORY_TYPE_MEDIA_VIDEO : GST_ELEMENT_FACTORY_TYPE_MEDIA_AUDIO),
+        GST_RANK_MARGINAL);
+    all = g_list_sort(all, gst_plugin_feature_rank_compare_func);
+    GList* fit = gst_element_factory_list_filter(all, caps, GST_PAD_SINK, FALSE);
+    GstElement* parser = nullptr;
+    for (GList* l = fit; l && !parser; l = l->next)
+        parser = gst_element_factory_create(GST_ELEMENT_FACTORY(l->data), nullptr);
+    gst_plugin_feature_list_free(fit);
+    gst_plugin_feature_list_free(all);
+    return parser;
+}
+
+void Discard(std::vector<GstElement*>& elements) {
+    for (GstElement* e : elements) {
+        if (e)
+            gst_object_unref(gst_object_ref_sink(e));
+    }
+    elements.clear();
+}
+
 } // namespace
 
 // ---- CLavDecoder ----
@@ -63,6 +88,18 @@ CLavDecoder::~CLavDecoder() {
         gst_caps_unref(m_inputCaps);
 }
 
+bool CLavDecoder::AcceptsMajor(CGstPin* pin, REFGUID major) {
+    if (pin == m_input && major == MEDIATYPE_DVD_ENCRYPTED_PACK)
+        return TakesDvdStreams();
+    return CGstFilter::AcceptsMajor(pin, major);
+}
+
+std::vector<GUID> CLavDecoder::FurtherMajors(CGstPin* pin) {
+    if (pin == m_input && TakesDvdStreams() && !pin->IsConnected())
+        return {MEDIATYPE_DVD_ENCRYPTED_PACK};
+    return {};
+}
+
 HRESULT CLavDecoder::OnReceiveConnection(CGstPin* pin, IPin*, GstCaps* caps) {
     if (pin != m_input || !caps || gst_caps_get_size(caps) == 0)
         return VFW_E_TYPE_NOT_ACCEPTED;
@@ -71,20 +108,36 @@ HRESULT CLavDecoder::OnReceiveConnection(CGstPin* pin, IPin*, GstCaps* caps) {
     std::lock_guard<std::mutex> lock(m_chainLock);
     if (!m_chain.empty())
         return VFW_E_ALREADY_CONNECTED;
-    GstElement* decoder = MakeDecoder(caps, m_major == MEDIATYPE_Video);
-    if (!decoder)
+    m_fromDvd = pin->ConnectedMajor() == MEDIATYPE_DVD_ENCRYPTED_PACK;
+    if (!BuildChainLocked(caps))
         return VFW_E_TYPE_NOT_ACCEPTED;
-    std::vector<GstElement*> chain{decoder};
+    if (m_inputCaps)
+        gst_caps_unref(m_inputCaps);
+    m_inputCaps = gst_caps_copy(caps);
+    if (m_fromDvd && !m_dvdProbe)
+        m_dvdProbe = gst_pad_add_probe(m_input->GetPad(), GST_PAD_PROBE_TYPE_EVENT_DOWNSTREAM,
+                                       OnDvdInputEvent, this, nullptr);
+    return S_OK;
+}
+
+bool CLavDecoder::BuildChainLocked(const GstCaps* caps) {
+    const bool video = m_major == MEDIATYPE_Video;
+    std::vector<GstElement*> chain;
+    if (m_fromDvd && !IsRaw(caps)) {
+        if (GstElement* parser = MakeParser(caps, video))
+            chain.push_back(parser);
+    }
+    GstElement* decoder = MakeDecoder(caps, video);
+    if (!decoder) {
+        Discard(chain);
+        return false;
+    }
+    chain.push_back(decoder);
     for (GstElement* e : MakeTail())
         chain.push_back(e);
-    for (GstElement* e : chain) {
-        if (!e) {
-            for (GstElement* x : chain) {
-                if (x)
-                    gst_object_unref(gst_object_ref_sink(x));
-            }
-            return E_OUTOFMEMORY;
-        }
+    if (std::find(chain.begin(), chain.end(), nullptr) != chain.end()) {
+        Discard(chain);
+        return false;
     }
     for (GstElement* e : chain)
         gst_bin_add(GST_BIN(m_bin), e);
@@ -92,7 +145,7 @@ HRESULT CLavDecoder::OnReceiveConnection(CGstPin* pin, IPin*, GstCaps* caps) {
     for (size_t i = 1; i < chain.size() && linked; ++i)
         linked = gst_element_link(chain[i - 1], chain[i]);
     GstPad* sink = gst_element_get_static_pad(chain.front(), "sink");
-    GstPad* src = gst_element_get_static_pad(chain.back(), "src");
+    GstPad* src = linked ? LinkTail(chain.back()) : nullptr;
     linked = linked && sink && src &&
              gst_ghost_pad_set_target(GST_GHOST_PAD(m_input->GetPad()), sink) &&
              gst_ghost_pad_set_target(GST_GHOST_PAD(m_output->GetPad()), src);
@@ -100,28 +153,17 @@ HRESULT CLavDecoder::OnReceiveConnection(CGstPin* pin, IPin*, GstCaps* caps) {
         gst_object_unref(sink);
     if (src)
         gst_object_unref(src);
+    m_chain = chain;
     if (!linked) {
-        gst_ghost_pad_set_target(GST_GHOST_PAD(m_input->GetPad()), nullptr);
-        gst_ghost_pad_set_target(GST_GHOST_PAD(m_output->GetPad()), nullptr);
-        for (GstElement* e : chain) {
-            gst_element_set_state(e, GST_STATE_NULL);
-            gst_bin_remove(GST_BIN(m_bin), e);
-        }
-        return VFW_E_TYPE_NOT_ACCEPTED;
+        DropChainLocked();
+        return false;
     }
     for (auto it = chain.rbegin(); it != chain.rend(); ++it)
         gst_element_sync_state_with_parent(*it);
-    m_chain = chain;
-    if (m_inputCaps)
-        gst_caps_unref(m_inputCaps);
-    m_inputCaps = gst_caps_copy(caps);
-    return S_OK;
+    return true;
 }
 
-void CLavDecoder::OnDisconnect(CGstPin* pin) {
-    if (pin != m_input)
-        return;
-    std::lock_guard<std::mutex> lock(m_chainLock);
+void CLavDecoder::DropChainLocked() {
     gst_ghost_pad_set_target(GST_GHOST_PAD(m_input->GetPad()), nullptr);
     gst_ghost_pad_set_target(GST_GHOST_PAD(m_output->GetPad()), nullptr);
     for (GstElement* e : m_chain) {
@@ -129,6 +171,45 @@ void CLavDecoder::OnDisconnect(CGstPin* pin) {
         gst_bin_remove(GST_BIN(m_bin), e);
     }
     m_chain.clear();
+}
+
+GstPad* CLavDecoder::LinkTail(GstElement* last) {
+    return gst_element_get_static_pad(last, "src");
+}
+
+GstPadProbeReturn CLavDecoder::OnDvdInputEvent(GstPad*, GstPadProbeInfo* info, gpointer data) {
+    GstEvent* event = GST_PAD_PROBE_INFO_EVENT(info);
+    if (GST_EVENT_TYPE(event) != GST_EVENT_CAPS)
+        return GST_PAD_PROBE_OK;
+    auto* self = static_cast<CLavDecoder*>(data);
+    GstCaps* caps = nullptr;
+    gst_event_parse_caps(event, &caps);
+    std::lock_guard<std::mutex> lock(self->m_chainLock);
+    if (!caps || gst_caps_get_size(caps) == 0 || self->m_chain.empty() || !self->m_inputCaps)
+        return GST_PAD_PROBE_OK;
+    if (gst_structure_has_name(
+            gst_caps_get_structure(caps, 0),
+            gst_structure_get_name(gst_caps_get_structure(self->m_inputCaps, 0))))
+        return GST_PAD_PROBE_OK;
+    // Called on the stream's own thread, before the new description passes:
+    // the old chain has nothing in flight.
+    self->DropChainLocked();
+    if (self->Accepts(caps) && self->BuildChainLocked(caps)) {
+        gst_caps_unref(self->m_inputCaps);
+        self->m_inputCaps = gst_caps_copy(caps);
+    }
+    return GST_PAD_PROBE_OK;
+}
+
+void CLavDecoder::OnDisconnect(CGstPin* pin) {
+    if (pin != m_input)
+        return;
+    std::lock_guard<std::mutex> lock(m_chainLock);
+    if (m_dvdProbe) {
+        gst_pad_remove_probe(m_input->GetPad(), m_dvdProbe);
+        m_dvdProbe = 0;
+    }
+    DropChainLocked();
 }
 
 std::vector<GstCaps*> CLavDecoder::OfferedCaps(CGstPin* pin) {
@@ -164,16 +245,78 @@ HRESULT CLavVideo::SetRuntimeConfig(BOOL runtime) {
 }
 
 HRESULT CLavVideo::SetDVDVideoSupport(BOOL enabled) {
-    m_dvdVideo = enabled;
+    m_dvdVideo = enabled ? TRUE : FALSE;
+    if (!enabled || m_subtitle)
+        return S_OK;
+    // The sub-pictures are drawn onto the decoded picture; without the
+    // element that draws them the filter keeps its one input.
+    m_overlay = gst_element_factory_make("dvdspu", nullptr);
+    m_plainPicture = gst_element_factory_make("capsfilter", nullptr);
+    if (!m_overlay || !m_plainPicture) {
+        for (GstElement* e : {m_overlay, m_plainPicture}) {
+            if (e)
+                gst_object_unref(gst_object_ref_sink(e));
+        }
+        m_overlay = m_plainPicture = nullptr;
+        return S_OK;
+    }
+    // The sub-pictures are drawn into the picture itself: a renderer that
+    // would draw them as an overlay of its own is not offered the chance,
+    // since not every one draws the menu's highlights right.
+    GstCaps* plain = gst_caps_new_empty_simple("video/x-raw");
+    g_object_set(m_plainPicture, "caps", plain, nullptr);
+    gst_caps_unref(plain);
+    gst_bin_add_many(GST_BIN(m_bin), m_overlay, m_plainPicture, nullptr);
+    gst_element_link(m_overlay, m_plainPicture);
+    GstPad* subpicture = gst_element_get_static_pad(m_overlay, "subpicture");
+    GstPad* ghost = gst_ghost_pad_new("Subtitle Input", subpicture);
+    gst_object_unref(subpicture);
+    m_subtitle = AddPin(u"Subtitle Input", PINDIR_INPUT, ghost, MEDIATYPE_DVD_ENCRYPTED_PACK);
     return S_OK;
+}
+
+bool CLavVideo::AcceptsMajor(CGstPin* pin, REFGUID major) {
+    if (pin == m_subtitle)
+        return major == MEDIATYPE_DVD_ENCRYPTED_PACK || major == MEDIATYPE_Text;
+    return CLavDecoder::AcceptsMajor(pin, major);
+}
+
+HRESULT CLavVideo::OnReceiveConnection(CGstPin* pin, IPin* connector, GstCaps* caps) {
+    if (pin != m_subtitle)
+        return CLavDecoder::OnReceiveConnection(pin, connector, caps);
+    if (!caps || gst_caps_get_size(caps) == 0 ||
+        !gst_structure_has_name(gst_caps_get_structure(caps, 0), "subpicture/x-dvd"))
+        return VFW_E_TYPE_NOT_ACCEPTED;
+    return S_OK;
+}
+
+std::vector<GstCaps*> CLavVideo::OfferedCaps(CGstPin* pin) {
+    if (pin == m_subtitle)
+        return {gst_caps_new_empty_simple("subpicture/x-dvd")};
+    return CLavDecoder::OfferedCaps(pin);
+}
+
+GstPad* CLavVideo::LinkTail(GstElement* last) {
+    GstPad* src = gst_element_get_static_pad(last, "src");
+    if (!m_dvdVideo || !m_overlay)
+        return src;
+    GstPad* video = gst_element_get_static_pad(m_overlay, "video");
+    const bool linked = src && video && GST_PAD_LINK_SUCCESSFUL(gst_pad_link(src, video));
+    if (src)
+        gst_object_unref(src);
+    if (video)
+        gst_object_unref(video);
+    return linked ? gst_element_get_static_pad(m_plainPicture, "src") : nullptr;
 }
 
 GstCaps* CLavVideo::OutputFor(const GstCaps* input) {
     GstCaps* out = gst_caps_new_empty_simple("video/x-raw");
     const GstStructure* s = gst_caps_get_structure(input, 0);
-    int w = 0, h = 0;
+    int w = 0, h = 0, parN = 0, parD = 0;
     if (gst_structure_get_int(s, "width", &w) && gst_structure_get_int(s, "height", &h))
         gst_caps_set_simple(out, "width", G_TYPE_INT, w, "height", G_TYPE_INT, h, nullptr);
+    if (gst_structure_get_fraction(s, "pixel-aspect-ratio", &parN, &parD) && parN > 0 && parD > 0)
+        gst_caps_set_simple(out, "pixel-aspect-ratio", GST_TYPE_FRACTION, parN, parD, nullptr);
     return out;
 }
 

@@ -1,8 +1,8 @@
 // LAVSplitter_1.ax: the splitter, as a source of its own and as a filter
 // behind another source.
+#include "modules/ModuleExport.h"
 #include "modules/lav/LavSplitter.h"
 #include "modules/lav/LavSplitterSource.h"
-#include "modules/lav/ModuleExport.h"
 
 namespace {
 

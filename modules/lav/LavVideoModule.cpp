@@ -1,6 +1,6 @@
 // LAVVideo_1.ax: the video decoder.
+#include "modules/ModuleExport.h"
 #include "modules/lav/LavDecoder.h"
-#include "modules/lav/ModuleExport.h"
 
 namespace {
 

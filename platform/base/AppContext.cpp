@@ -3,13 +3,13 @@
 #include <atomic>
 #include <mutex>
 
-#include "platform/base/File.h"
+#include "platform/base/StartDirectory.h"
 
 namespace {
 
 class FallbackContext : public IAppContext {
 public:
-    CString GetStartDirectory() const override { return GetCurrentDirectoryW(); }
+    CString GetStartDirectory() const override { return FindStartDirectory(); }
     void SetUpdateStatus(const CString& text) override {
         std::lock_guard<std::mutex> lock(m_lock);
         m_text = text;

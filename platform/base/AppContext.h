@@ -5,6 +5,7 @@
 // status slot is a local one.
 #pragma once
 #include "platform/base/CString.h"
+#include "platform/base/Window.h"
 
 class IAppContext {
 public:
@@ -13,6 +14,9 @@ public:
     // The status slot: one text under a lock, replaced by each new text.
     virtual void SetUpdateStatus(const CString& text) = 0;
     virtual BOOL GetUpdateStatus(CString& out) = 0;
+    // The DVD Navigation dialog while it is open, which hears of each new
+    // chapter; null otherwise.
+    virtual HWND GetDvdNavWindow() const { return nullptr; }
 };
 
 // The registered application, or a process-wide fallback; never null.

@@ -258,10 +258,20 @@ namespace {
 std::mutex g_driveListLock;
 IDriveList* g_driveList = nullptr;
 
+CSystemDriveList& SystemDriveList() {
+    static CSystemDriveList systemList;
+    return systemList;
+}
+
 } // namespace
 
+void AddSystemFolderProvider(std::shared_ptr<IFolderProvider> provider) {
+    std::lock_guard<std::mutex> lock(g_driveListLock);
+    SystemDriveList().AddProvider(std::move(provider));
+}
+
 IDriveList& GetDriveList() {
-    static CSystemDriveList systemList;
+    CSystemDriveList& systemList = SystemDriveList();
     std::lock_guard<std::mutex> lock(g_driveListLock);
     return g_driveList ? *g_driveList : systemList;
 }

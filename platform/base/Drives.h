@@ -87,6 +87,9 @@ BOOL FileSystemFolderHasSubFolder(const CString& folder);
 // for the built-in system list); null puts the built-in one back.
 IDriveList& GetDriveList();
 IDriveList* SetDriveList(IDriveList* list);
+// Adds a provider to the built-in system list, such as the reader of audio
+// CDs, which sits above this layer.
+void AddSystemFolderProvider(std::shared_ptr<IFolderProvider> provider);
 
 // A folder text as names: the drive root it lies on (the longest root that
 // is the folder or a folder above it), then one name for each level below.

@@ -2,6 +2,11 @@
 #pragma once
 #include "platform/base/Types.h"
 
+struct POINT {
+    LONG x = 0;
+    LONG y = 0;
+};
+
 struct RECT {
     LONG left = 0;
     LONG top = 0;

@@ -9,17 +9,17 @@
 
 namespace {
 
-struct Spec {
+struct Conversion {
     std::string flags;
     int width = -1;
     int precision = -1;
     char type = 0;
 };
 
-std::u16string Pad(std::u16string text, const Spec& spec) {
-    if (spec.width > 0 && static_cast<int>(text.size()) < spec.width) {
-        size_t fill = static_cast<size_t>(spec.width) - text.size();
-        if (spec.flags.find('-') != std::string::npos)
+std::u16string Pad(std::u16string text, const Conversion& conv) {
+    if (conv.width > 0 && static_cast<int>(text.size()) < conv.width) {
+        size_t fill = static_cast<size_t>(conv.width) - text.size();
+        if (conv.flags.find('-') != std::string::npos)
             text.append(fill, u' ');
         else
             text.insert(0, fill, u' ');
@@ -27,20 +27,20 @@ std::u16string Pad(std::u16string text, const Spec& spec) {
     return text;
 }
 
-std::string NumberFormat(const Spec& spec, const char* length, char type) {
-    std::string f = "%" + spec.flags;
-    if (spec.width >= 0)
-        f += std::to_string(spec.width);
-    if (spec.precision >= 0)
-        f += "." + std::to_string(spec.precision);
+std::string NumberFormat(const Conversion& conv, const char* length, char type) {
+    std::string f = "%" + conv.flags;
+    if (conv.width >= 0)
+        f += std::to_string(conv.width);
+    if (conv.precision >= 0)
+        f += "." + std::to_string(conv.precision);
     f += length;
     f += type;
     return f;
 }
 
-std::u16string FormatNumber(const Spec& spec, const CFormatArg& arg) {
+std::u16string FormatNumber(const Conversion& conv, const CFormatArg& arg) {
     char buffer[512];
-    char type = spec.type;
+    char type = conv.type;
     std::string f;
     switch (type) {
     case 'd':
@@ -48,7 +48,7 @@ std::u16string FormatNumber(const Spec& spec, const CFormatArg& arg) {
         long long v = arg.kind == CFormatArg::Unsigned   ? static_cast<long long>(arg.u)
                       : arg.kind == CFormatArg::Floating ? static_cast<long long>(arg.d)
                                                          : arg.i;
-        f = NumberFormat(spec, "ll", 'd');
+        f = NumberFormat(conv, "ll", 'd');
         snprintf(buffer, sizeof buffer, f.c_str(), v);
         break;
     }
@@ -60,7 +60,7 @@ std::u16string FormatNumber(const Spec& spec, const CFormatArg& arg) {
             arg.kind == CFormatArg::Signed     ? static_cast<unsigned long long>(arg.i)
             : arg.kind == CFormatArg::Floating ? static_cast<unsigned long long>(arg.d)
                                                : arg.u;
-        f = NumberFormat(spec, "ll", type);
+        f = NumberFormat(conv, "ll", type);
         snprintf(buffer, sizeof buffer, f.c_str(), v);
         break;
     }
@@ -68,7 +68,7 @@ std::u16string FormatNumber(const Spec& spec, const CFormatArg& arg) {
         double v = arg.kind == CFormatArg::Floating   ? arg.d
                    : arg.kind == CFormatArg::Unsigned ? static_cast<double>(arg.u)
                                                       : static_cast<double>(arg.i);
-        f = NumberFormat(spec, "", type);
+        f = NumberFormat(conv, "", type);
         snprintf(buffer, sizeof buffer, f.c_str(), v);
         break;
     }
@@ -117,11 +117,11 @@ CString CString::FormatList(const CString& format, const CFormatArg* args, size_
             ++i;
             continue;
         }
-        Spec spec;
+        Conversion conv;
         size_t j = i + 1;
         while (j < f.size() &&
                (f[j] == u'-' || f[j] == u'+' || f[j] == u' ' || f[j] == u'0' || f[j] == u'#')) {
-            spec.flags += static_cast<char>(f[j]);
+            conv.flags += static_cast<char>(f[j]);
             ++j;
         }
         auto readNumber = [&](int& value) {
@@ -141,11 +141,11 @@ CString CString::FormatList(const CString& format, const CFormatArg* args, size_
                 }
             }
         };
-        readNumber(spec.width);
+        readNumber(conv.width);
         if (j < f.size() && f[j] == u'.') {
             ++j;
-            spec.precision = 0;
-            readNumber(spec.precision);
+            conv.precision = 0;
+            readNumber(conv.precision);
         }
         // Length modifiers say nothing here: the argument knows its own width.
         while (j < f.size() && (f[j] == u'h' || f[j] == u'l' || f[j] == u'L' || f[j] == u'z' ||
@@ -158,16 +158,16 @@ CString CString::FormatList(const CString& format, const CFormatArg* args, size_
             out.append(f, i, std::u16string::npos);
             break;
         }
-        spec.type = static_cast<char>(f[j] < 0x80 ? f[j] : '?');
+        conv.type = static_cast<char>(f[j] < 0x80 ? f[j] : '?');
         const CFormatArg* arg = nullptr;
-        switch (spec.type) {
+        switch (conv.type) {
         case 's':
         case 'S': {
             arg = take();
             std::u16string text = arg ? ArgAsText(*arg) : std::u16string();
-            if (spec.precision >= 0 && static_cast<int>(text.size()) > spec.precision)
-                text.resize(static_cast<size_t>(spec.precision));
-            out += Pad(std::move(text), spec);
+            if (conv.precision >= 0 && static_cast<int>(text.size()) > conv.precision)
+                text.resize(static_cast<size_t>(conv.precision));
+            out += Pad(std::move(text), conv);
             break;
         }
         case 'c':
@@ -180,7 +180,7 @@ CString CString::FormatList(const CString& format, const CFormatArg* args, size_
                            : std::u16string(
                                  1, static_cast<char16_t>(
                                         arg->kind == CFormatArg::Unsigned ? arg->u : arg->i));
-            out += Pad(std::move(text), spec);
+            out += Pad(std::move(text), conv);
             break;
         }
         case 'd':
@@ -197,14 +197,14 @@ CString CString::FormatList(const CString& format, const CFormatArg* args, size_
         case 'G':
             arg = take();
             if (arg && (arg->kind == CFormatArg::Text16 || arg->kind == CFormatArg::Text8))
-                out += Pad(ArgAsText(*arg), spec);
+                out += Pad(ArgAsText(*arg), conv);
             else if (arg)
-                out += FormatNumber(spec, *arg);
+                out += FormatNumber(conv, *arg);
             break;
         case 'p':
             arg = take();
             if (arg)
-                out += Pad(ArgAsText(*arg), spec);
+                out += Pad(ArgAsText(*arg), conv);
             break;
         default:
             // Not a conversion we know: keep the text as written.

@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include "platform/base/ComponentServices.h"
+#include "platform/media/DvdNavigator.h"
 #include "platform/media/FilterGraph.h"
 #include "platform/media/ModuleLoader.h"
 #include "platform/media/PipelineService.h"
@@ -28,13 +29,17 @@ HRESULT CoCreateInstance(REFCLSID clsid, IUnknown* outer, DWORD, REFIID riid, vo
     *ppv = nullptr;
     if (outer)
         return CLASS_E_NOAGGREGATION;
-    if (!(clsid == CLSID_FilterGraph))
+    if (!(clsid == CLSID_FilterGraph) && !(clsid == CLSID_DVDNavigator))
         return REGDB_E_CLASSNOTREG;
     if (!EnsureGstInit())
         return E_FAIL;
-    auto* graph = new CFilterGraph;
-    HRESULT hr = graph->QueryInterface(riid, ppv);
-    graph->Release();
+    IUnknown* object = nullptr;
+    if (clsid == CLSID_FilterGraph)
+        object = static_cast<IGraphBuilder*>(new CFilterGraph);
+    else
+        object = static_cast<IBaseFilter*>(new CDvdNavigator);
+    HRESULT hr = object->QueryInterface(riid, ppv);
+    object->Release();
     return hr;
 }
 

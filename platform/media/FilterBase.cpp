@@ -9,6 +9,8 @@ const IID IID_IGstFilter = {0x4F52560B, 0x4746, 0x494C, {0x8C, 0x61, 0x66, 0x69,
 const IID IID_IGstPin = {0x4F52560C, 0x4750, 0x494E, {0x8C, 0x61, 0x70, 0x61, 0x64, 0x70, 0x69, 0x6E}};
 // clang-format on
 
+const char* const kGraphEventMessage = "orvex-graph-event";
+
 namespace {
 
 // The one enumerator of this library: hands out the items it was given,
@@ -73,12 +75,18 @@ private:
     size_t m_next = 0;
 };
 
-using CEnumMediaTypes = CEnumerator<IEnumMediaTypes, GstCaps*, AM_MEDIA_TYPE*>;
+// A media type a pin offers: its caps, if known, and the major type stated.
+struct OfferedType {
+    GstCaps* caps;
+    GUID major;
+};
+
+using CEnumMediaTypes = CEnumerator<IEnumMediaTypes, OfferedType, AM_MEDIA_TYPE*>;
 using CEnumPins = CEnumerator<IEnumPins, CGstPin*, IPin*>;
 
-void UnrefCaps(GstCaps* caps) {
-    if (caps)
-        gst_caps_unref(caps);
+void UnrefOffered(OfferedType type) {
+    if (type.caps)
+        gst_caps_unref(type.caps);
 }
 
 void ReleasePin(CGstPin* pin) {
@@ -116,8 +124,16 @@ bool EnsureGstInit() {
 // ---- CGstPin ----
 
 CGstPin::CGstPin(CGstFilter* filter, const std::u16string& name, PIN_DIRECTION direction,
-                 GstPad* pad, REFGUID major)
-    : m_filter(filter), m_name(name), m_direction(direction), m_pad(pad), m_major(major) {}
+                 GstPad* pad, REFGUID major, bool majorFixed)
+    : m_filter(filter), m_name(name), m_direction(direction), m_pad(pad), m_major(major),
+      m_majorFixed(majorFixed) {}
+
+GUID CGstPin::StatedMajor(const GstCaps* caps) const {
+    if (m_majorFixed)
+        return m_major;
+    const GUID& stated = MajorTypeOfCaps(caps);
+    return stated == GUID_NULL ? m_major : stated;
+}
 
 CGstPin::~CGstPin() = default;
 
@@ -171,10 +187,12 @@ HRESULT CGstPin::Connect(IPin* receiver, const AM_MEDIA_TYPE* mt) {
 
     AM_MEDIA_TYPE* offered = nullptr;
     if (!mt) {
-        GstCaps* caps = PadCaps(m_pad);
-        offered = NewMediaType(caps, caps ? MajorTypeOfCaps(caps) : m_major);
-        if (caps)
-            gst_caps_unref(caps);
+        // The first media type the pin offers.
+        std::vector<GstCaps*> all = m_filter->OfferedCaps(this);
+        GstCaps* caps = all.empty() ? nullptr : all.front();
+        offered = NewMediaType(caps, StatedMajor(caps));
+        for (GstCaps* c : all)
+            UnrefOffered({c, GUID_NULL});
         mt = offered;
     }
     HRESULT hr = receiver->ReceiveConnection(this, mt);
@@ -203,6 +221,7 @@ HRESULT CGstPin::ReceiveConnection(IPin* connector, const AM_MEDIA_TYPE* mt) {
     if (!m_filter->AcceptsMajor(this, mt->majortype))
         return VFW_E_TYPE_NOT_ACCEPTED;
     GstCaps* caps = CapsOfMediaType(mt);
+    m_connectedMajor = mt->majortype;
     HRESULT hr = m_filter->OnReceiveConnection(this, connector, caps);
     if (caps)
         gst_caps_unref(caps);
@@ -245,14 +264,14 @@ HRESULT CGstPin::QueryId(char16_t* id, ULONG size) {
 HRESULT CGstPin::EnumMediaTypes(IEnumMediaTypes** types) {
     if (!types)
         return E_POINTER;
-    GUID major = m_major;
+    std::vector<OfferedType> offered;
+    for (GstCaps* caps : m_filter->OfferedCaps(this))
+        offered.push_back({caps, StatedMajor(caps)});
+    for (const GUID& major : m_filter->FurtherMajors(this))
+        offered.push_back({nullptr, major});
     *types = new CEnumMediaTypes(
-        IID_IEnumMediaTypes, m_filter->OfferedCaps(this),
-        [major](GstCaps* caps) {
-            const GUID& stated = MajorTypeOfCaps(caps);
-            return NewMediaType(caps, stated == GUID_NULL ? major : stated);
-        },
-        UnrefCaps);
+        IID_IEnumMediaTypes, std::move(offered),
+        [](OfferedType type) { return NewMediaType(type.caps, type.major); }, UnrefOffered);
     return S_OK;
 }
 
@@ -355,11 +374,11 @@ std::vector<GstCaps*> CGstFilter::OfferedCaps(CGstPin* pin) {
 }
 
 CGstPin* CGstFilter::AddPin(const std::u16string& name, PIN_DIRECTION direction, GstPad* ghost,
-                            REFGUID major) {
+                            REFGUID major, bool majorFixed) {
     gst_pad_set_active(ghost, TRUE);
     gst_element_add_pad(m_bin, ghost);
     std::lock_guard<std::mutex> lock(m_pinLock);
-    m_pins.push_back(std::make_unique<CGstPin>(this, name, direction, ghost, major));
+    m_pins.push_back(std::make_unique<CGstPin>(this, name, direction, ghost, major, majorFixed));
     return m_pins.back().get();
 }
 

@@ -54,6 +54,7 @@ CFilterGraph::~CFilterGraph() {
     std::vector<FilterEntry> filters;
     filters.swap(m_filters);
     for (FilterEntry& e : filters) {
+        e.gst->JoinGraph(nullptr);
         gst_bin_remove(GST_BIN(m_pipeline), e.gst->GetElement());
         e.gst->Release();
         e.filter->Release();
@@ -139,6 +140,7 @@ HRESULT CFilterGraph::AddFilter(IBaseFilter* filter, LPCWSTR name) {
     }
     filter->AddRef();
     m_filters.push_back({filter, gst, name ? std::u16string(name) : std::u16string()});
+    gst->JoinGraph(static_cast<IGraphBuilder*>(this));
     return S_OK;
 }
 
@@ -148,6 +150,7 @@ HRESULT CFilterGraph::RemoveFilter(IBaseFilter* filter) {
             continue;
         FilterEntry entry = *it;
         m_filters.erase(it);
+        entry.gst->JoinGraph(nullptr);
         GstElement* bin = entry.gst->GetElement();
         gst_element_set_state(bin, GST_STATE_NULL);
         gst_bin_remove(GST_BIN(m_pipeline), bin);
@@ -230,8 +233,12 @@ HRESULT CFilterGraph::RenderVideo(GstPad* pad, GstCaps* caps) {
     m_videoSink = GST_ELEMENT(gst_object_ref(branch));
     if (caps && gst_caps_get_size(caps) > 0) {
         const GstStructure* s = gst_caps_get_structure(caps, 0);
-        int w = 0, h = 0;
+        int w = 0, h = 0, parN = 0, parD = 0;
         if (gst_structure_get_int(s, "width", &w) && gst_structure_get_int(s, "height", &h)) {
+            // The size the picture shows at, as GetVideoSize gives it later.
+            if (gst_structure_get_fraction(s, "pixel-aspect-ratio", &parN, &parD) && parN > 0 &&
+                parD > 0)
+                w = static_cast<int>(static_cast<int64_t>(w) * parN / parD);
             m_videoWidth = w;
             m_videoHeight = h;
         }

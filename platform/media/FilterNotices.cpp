@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr const char* kGraphNotice = "orvex-graph-notice";
-
 // Cuts a UTF-8 text to at most `limit` bytes, never inside a character.
 std::string CutUtf8(std::string text, size_t limit) {
     if (text.size() <= limit)
@@ -41,21 +39,23 @@ std::string TagText(const GstTagList* tags, const char* tag) {
 
 void NotifyGraph(GstElement* filterBin, LONG code, LONG_PTR param1, LONG_PTR param2) {
     GstStructure* s = gst_structure_new(
-        kGraphNotice, "code", G_TYPE_INT, static_cast<gint>(code), "param1", G_TYPE_INT64,
+        kGraphEventMessage, "code", G_TYPE_INT, static_cast<gint>(code), "param1", G_TYPE_INT64,
         static_cast<gint64>(param1), "param2", G_TYPE_INT64, static_cast<gint64>(param2), nullptr);
     gst_element_post_message(filterBin, gst_message_new_element(GST_OBJECT(filterBin), s));
 }
 
 bool ParseGraphNotice(GstMessage* message, LONG* code, LONG_PTR* param1, LONG_PTR* param2) {
     if (GST_MESSAGE_TYPE(message) != GST_MESSAGE_ELEMENT ||
-        !gst_message_has_name(message, kGraphNotice))
+        !gst_message_has_name(message, kGraphEventMessage))
         return false;
     const GstStructure* s = gst_message_get_structure(message);
     gint c = 0;
     gint64 p1 = 0, p2 = 0;
-    if (!gst_structure_get_int(s, "code", &c) || !gst_structure_get_int64(s, "param1", &p1) ||
-        !gst_structure_get_int64(s, "param2", &p2))
+    if (!gst_structure_get_int(s, "code", &c))
         return false;
+    // A parameter an event has no use for may be left out.
+    gst_structure_get_int64(s, "param1", &p1);
+    gst_structure_get_int64(s, "param2", &p2);
     *code = c;
     *param1 = static_cast<LONG_PTR>(p1);
     *param2 = static_cast<LONG_PTR>(p2);

@@ -17,12 +17,20 @@
 extern const IID IID_IGstFilter;
 extern const IID IID_IGstPin;
 
+// The structure name of an element message by which a filter hands the graph
+// an event for its queue: the fields "code" (int), "param1" and "param2"
+// (int64).
+extern const char* const kGraphEventMessage;
+
 class IGstFilter : public IUnknown {
 public:
     // The filter's bin; the filter keeps its own reference.
     virtual GstElement* GetElement() = 0;
     // Called by the graph before data may flow for the first time.
     virtual void PrepareRun() = 0;
+    // The graph the filter stands in, or null once it has left; no reference
+    // is held.
+    virtual void JoinGraph(IUnknown* graph) = 0;
 };
 
 class IGstPin : public IUnknown {
@@ -63,8 +71,9 @@ class CGstFilter;
 
 class CGstPin : public IPin, public IGstPin {
 public:
+    // A pin whose major type is fixed states it whatever its caps say.
     CGstPin(CGstFilter* filter, const std::u16string& name, PIN_DIRECTION direction, GstPad* pad,
-            REFGUID major);
+            REFGUID major, bool majorFixed = false);
     ~CGstPin();
 
     HRESULT QueryInterface(REFIID riid, void** ppv) override;
@@ -83,7 +92,11 @@ public:
     const std::u16string& Name() const { return m_name; }
     PIN_DIRECTION Direction() const { return m_direction; }
     REFGUID Major() const { return m_major; }
+    // The major type stated for a stream of these caps.
+    GUID StatedMajor(const GstCaps* caps) const;
     bool IsConnected() const { return m_connected; }
+    // The major type of the media type the last connection was made with.
+    REFGUID ConnectedMajor() const { return m_connectedMajor; }
 
 private:
     CGstFilter* m_filter;
@@ -91,6 +104,8 @@ private:
     PIN_DIRECTION m_direction;
     GstPad* m_pad;
     GUID m_major;
+    bool m_majorFixed;
+    GUID m_connectedMajor{};
     std::atomic<bool> m_connected{false};
 };
 
@@ -113,6 +128,7 @@ public:
 
     GstElement* GetElement() override { return m_bin; }
     void PrepareRun() override {}
+    void JoinGraph(IUnknown*) override {}
 
     // Hooks of the pins. A filter may link the connector's pad to its pin
     // itself while it takes the connection; the connector then keeps that
@@ -122,12 +138,14 @@ public:
     virtual void OnDisconnect(CGstPin* pin);
     // The media types a pin offers, each with a reference for the caller.
     virtual std::vector<GstCaps*> OfferedCaps(CGstPin* pin);
+    // Further major types a pin takes, offered after those of its caps.
+    virtual std::vector<GUID> FurtherMajors(CGstPin*) { return {}; }
 
 protected:
     virtual HRESULT QueryOther(REFIID riid, void** ppv);
     // Adds a ghost pad to the bin and a pin for it.
     CGstPin* AddPin(const std::u16string& name, PIN_DIRECTION direction, GstPad* ghost,
-                    REFGUID major);
+                    REFGUID major, bool majorFixed = false);
     std::vector<CGstPin*> Pins();
 
     GstElement* m_bin;

@@ -3,8 +3,10 @@
 // Only what the engine uses is declared.
 #pragma once
 #include "platform/base/CString.h"
+#include "platform/base/Rect.h"
 #include "platform/base/Window.h"
 #include "platform/media/ComTypes.h"
+#include "platform/media/DvdEvents.h"
 #include "platform/media/Guids.h"
 
 // A fixed width: a direction a failed query leaves behind may hold any value.
@@ -203,10 +205,61 @@ public:
     virtual HRESULT GetWindowPosition(LONG* left, LONG* top, LONG* width, LONG* height) = 0;
 };
 
-// The DVD Navigator's control and information interfaces; the DVD graph
-// declares what it calls on them.
-class IDvdControl2 : public IUnknown {};
-class IDvdInfo2 : public IUnknown {};
+// ---- The DVD Navigator ----
+
+// Where the navigator stands.
+enum DVD_DOMAIN : int32_t {
+    DVD_DOMAIN_FirstPlay = kDvdDomainFirstPlay,
+    DVD_DOMAIN_VideoManagerMenu = kDvdDomainVideoManagerMenu,
+    DVD_DOMAIN_VideoTitleSetMenu = kDvdDomainVideoTitleSetMenu,
+    DVD_DOMAIN_Title = kDvdDomainTitle,
+    DVD_DOMAIN_Stop = kDvdDomainStop,
+};
+
+enum DVD_MENU_ID : int32_t {
+    DVD_MENU_Title = 2,
+    DVD_MENU_Root = 3,
+};
+
+enum DVD_DISC_SIDE : int32_t { DVD_SIDE_A = 1, DVD_SIDE_B = 2 };
+
+// A time in a title: four bytes in this order in memory.
+struct DVD_HMSF_TIMECODE {
+    BYTE bHours;
+    BYTE bMinutes;
+    BYTE bSeconds;
+    BYTE bFrames;
+};
+
+// The frame rate the navigator states beside a title's length.
+constexpr ULONG DVD_TC_FLAG_30fps = 0x2;
+
+// A command's completion object; the engine never asks for one.
+class IDvdCmd;
+
+class IDvdControl2 : public IUnknown {
+public:
+    // Opens the disc of a VIDEO_TS folder, an image file or a drive.
+    virtual HRESULT SetDVDDirectory(LPCWSTR path) = 0;
+    virtual HRESULT PlayTitle(ULONG title, DWORD flags, IDvdCmd** cmd) = 0;
+    virtual HRESULT PlayChapterInTitle(ULONG title, ULONG chapter, DWORD flags, IDvdCmd** cmd) = 0;
+    virtual HRESULT PlayAtTimeInTitle(ULONG title, DVD_HMSF_TIMECODE* time, DWORD flags,
+                                      IDvdCmd** cmd) = 0;
+    virtual HRESULT ShowMenu(DVD_MENU_ID menu, DWORD flags, IDvdCmd** cmd) = 0;
+    // A point in the client coordinates of the window that owns the picture.
+    virtual HRESULT SelectAtPosition(POINT point) = 0;
+    virtual HRESULT ActivateAtPosition(POINT point) = 0;
+};
+
+class IDvdInfo2 : public IUnknown {
+public:
+    virtual HRESULT GetCurrentDomain(DVD_DOMAIN* domain) = 0;
+    virtual HRESULT GetNumberOfChapters(ULONG title, ULONG* chapters) = 0;
+    // The length of the title that plays.
+    virtual HRESULT GetTotalTitleTime(DVD_HMSF_TIMECODE* total, ULONG* timeCodeFlags) = 0;
+    virtual HRESULT GetDVDVolumeInfo(ULONG* volumes, ULONG* volume, DVD_DISC_SIDE* side,
+                                     ULONG* titles) = 0;
+};
 
 // Makes an object of a class the platform provides (the Filter Graph Manager).
 HRESULT CoCreateInstance(REFCLSID clsid, IUnknown* outer, DWORD context, REFIID riid, void** ppv);

@@ -4,12 +4,15 @@
 #include <cstring>
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QEvent>
 #include <QFontInfo>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QThread>
+#include <QUrl>
 
+#include "platform/base/HelpViewer.h"
 #include "platform/base/MessageBox.h"
 #include "platform/base/WaitCursor.h"
 #include "platform/base/Window.h"
@@ -162,4 +165,11 @@ void InstallQtPlatformGlue() {
             QApplication::restoreOverrideCursor();
     });
     SetSystemMenuFont(LogFontFromFont(QApplication::font("QMenu")));
+    // The manual goes to the desktop's web browser.
+    SetHelpViewerHook([](const CString& path, const CString& anchor) -> BOOL {
+        QUrl url = QUrl::fromLocalFile(ToQString(path));
+        if (!anchor.IsEmpty())
+            url.setFragment(ToQString(anchor));
+        return QDesktopServices::openUrl(url);
+    });
 }

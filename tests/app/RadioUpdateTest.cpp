@@ -16,6 +16,7 @@
 #include "tests/support/JobRecorders.h"
 #include "tests/support/MessageBoxRecorder.h"
 #include "tests/support/PrintCString.h"
+#include "tests/support/StartDirectory.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/TestHttpServer.h"
 
@@ -69,14 +70,7 @@ const std::string& Directory() {
 class RadioUpdateTest : public ::testing::Test {
 protected:
     RadioUpdateTest() {
-        std::filesystem::create_directories(m_start);
-        for (const char* file : {"RadioBrowse_CC.txt", "RadioBrowse_LC.txt"}) {
-            std::filesystem::copy_file(std::string(getenv("ORVEX_SOURCE_DIR")) + "/deploy/" + file,
-                                       m_start + "/" + file);
-        }
-        for (const char* file :
-             {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
-            TempDir::Write(m_start + "/" + file, "");
+        MakeStartDirectory(m_start);
         m_cwd = std::make_unique<ScopedCurrentDir>(m_start);
         m_env = std::make_unique<ScopedEnv>("XDG_DATA_HOME", m_root / "data");
         m_app = std::make_unique<COrvexApp>();

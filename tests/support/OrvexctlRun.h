@@ -17,11 +17,8 @@ struct CtlRun {
 
 // Runs orvexctl in dir (its start directory) with the arguments,
 // which the tests keep free of shell characters.
-inline CtlRun Orvexctl(const TempDir& dir, const std::string& arguments,
-                       const std::string& env = "") {
-    std::string command = "cd '" + dir.Path().string() + "' && " + env + " '" +
-                          getenv("ORVEX_STAGE_DIR") + "/orvexctl" + "' " + arguments + " 2>'" +
-                          (dir / "stderr.txt") + "'";
+// Runs a shell command line: its standard output and exit code.
+inline CtlRun RunCommand(const std::string& command) {
     CtlRun run;
     FILE* pipe = popen(command.c_str(), "r");
     if (!pipe)
@@ -32,6 +29,15 @@ inline CtlRun Orvexctl(const TempDir& dir, const std::string& arguments,
         run.out.append(buffer, n);
     int status = pclose(pipe);
     run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return run;
+}
+
+inline CtlRun Orvexctl(const TempDir& dir, const std::string& arguments,
+                       const std::string& env = "") {
+    std::string command = "cd '" + dir.Path().string() + "' && " + env + " '" +
+                          getenv("ORVEX_STAGE_DIR") + "/orvexctl" + "' " + arguments + " 2>'" +
+                          (dir / "stderr.txt") + "'";
+    CtlRun run = RunCommand(command);
     run.err = TempDir::Read(dir / "stderr.txt");
     return run;
 }

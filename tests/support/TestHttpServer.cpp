@@ -90,13 +90,13 @@ void AddExtension(X509* certificate, int nid, const char* value) {
 bool ParseRange(const std::string& header, size_t size, size_t& first, size_t& last) {
     if (header.rfind("bytes=", 0) != 0 || size == 0)
         return false;
-    std::string spec = header.substr(6);
-    size_t dash = spec.find('-');
-    if (dash == std::string::npos || spec.find(',') != std::string::npos)
+    std::string range = header.substr(6);
+    size_t dash = range.find('-');
+    if (dash == std::string::npos || range.find(',') != std::string::npos)
         return false;
     try {
-        std::string from = Trim(spec.substr(0, dash));
-        std::string to = Trim(spec.substr(dash + 1));
+        std::string from = Trim(range.substr(0, dash));
+        std::string to = Trim(range.substr(dash + 1));
         if (from.empty()) { // the last N bytes
             size_t count = std::stoull(to);
             if (count == 0)

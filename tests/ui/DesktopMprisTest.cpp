@@ -167,8 +167,8 @@ TEST_F(DesktopTest, TheSleepTimerFadesAndStops) {
     EXPECT_EQ(sleep.GetMode(), CSleepTimer::AfterMinutes);
     QAction* off = Entry(Frame(), ID_SLEEP_OFF);
     emit qobject_cast<QMenu*>(off->parent())->aboutToShow();
-    EXPECT_TRUE(off->text().contains(
-        QRegularExpression(QStringLiteral("^Off \\((1[0-5]) min left\\)$"))))
+    EXPECT_TRUE(
+        off->text().contains(QRegularExpression(QStringLiteral("^Off \\((1[0-5]) min left\\)$"))))
         << off->text().toStdString();
     EXPECT_TRUE(WaitFor([&] { return sleep.Fading(); }, 3000));
     LONG level = 0;

@@ -17,6 +17,7 @@
 
 #include "platform/base/FileDialog.h"
 #include "platform/qt/QtGlue.h"
+#include "tests/ui/PrintQString.h"
 
 inline QApplication& TestApp() {
     static int argc = 1;

@@ -18,11 +18,8 @@
 #include "platform/qt/QtGlue.h"
 #include "tests/support/MessageBoxRecorder.h"
 #include "tests/support/TempDir.h"
+#include "tests/ui/PrintQString.h"
 #include "ui/MainFrame.h"
-
-inline void PrintTo(const QString& text, std::ostream* out) {
-    *out << '"' << text.toStdString() << '"';
-}
 
 inline QApplication& TestApplication() {
     static int argc = 1;

@@ -2,15 +2,23 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
 #include <QStatusBar>
 
 #include "app/OrvexApp.h"
 #include "app/OrvexDoc.h"
 #include "platform/base/FontDialog.h"
+#include "platform/base/HelpViewer.h"
 #include "platform/qt/QtGlue.h"
+#include "tests/support/MessageBoxRecorder.h"
+#include "tests/support/PrintCString.h"
 #include "tests/support/TempDir.h"
+#include "tests/ui/UrlRecorder.h"
 #include "ui/AboutDlg.h"
 #include "ui/Commands.h"
 #include "ui/MainFrame.h"
@@ -137,4 +145,58 @@ TEST(MainFrame, SaveContentsAndFontCommandsReachTheDocument) {
     EXPECT_EQ(GetFaceName(doc.m_leftFont), CString(u"Picked"));
     EXPECT_TRUE(doc.m_bContentsChanged);
     SetFontDialogHook(previous);
+}
+
+TEST(MainFrame, OrvexHelpOpensTheManualInTheDesktopsBrowser) {
+    App();
+    InstallQtPlatformGlue();
+    UrlRecorder browser;
+    MessageBoxRecorder boxes;
+    COrvexDoc doc;
+    CMainFrame frame(doc);
+    QAction* help = frame.CommandAction(ID_HELP_CONTENTS);
+    ASSERT_TRUE(help->isEnabled());
+    {
+        // The staged start directory holds the manual.
+        ScopedCurrentDir stage(getenv("ORVEX_STAGE_DIR"));
+        help->trigger();
+    }
+    const QString manual = QString::fromUtf8(getenv("ORVEX_STAGE_DIR")) + "/OrvexHelp/index.html";
+    ASSERT_EQ(browser.urls.size(), 1u);
+    EXPECT_EQ(browser.urls[0], QUrl::fromLocalFile(manual));
+    // Every link between the manual's pages leads to a page and section
+    // that exist, the search's own section among them.
+    const QDir folder = QFileInfo(manual).dir();
+    const QRegularExpression link(QStringLiteral("href=\"([a-z-]+\\.html)(?:#([a-z-]+))?\""));
+    int links = 0;
+    for (const QString& name : folder.entryList({QStringLiteral("*.html")})) {
+        QFile page(folder.filePath(name));
+        ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+        for (const auto& match : link.globalMatch(QString::fromUtf8(page.readAll()))) {
+            ++links;
+            QFile target(folder.filePath(match.captured(1)));
+            ASSERT_TRUE(target.open(QIODevice::ReadOnly))
+                << name.toStdString() << " -> " << match.captured(1).toStdString();
+            if (!match.captured(2).isEmpty()) {
+                EXPECT_TRUE(target.readAll().contains(
+                    QStringLiteral("id=\"%1\"").arg(match.captured(2)).toUtf8()))
+                    << name.toStdString() << " -> " << match.captured(0).toStdString();
+            }
+        }
+    }
+    EXPECT_GT(links, 50);
+    QFile radio(folder.filePath(ToQString(CString(kRadioHelpPage))));
+    ASSERT_TRUE(radio.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(radio.readAll().contains(
+        QStringLiteral("id=\"%1\"").arg(ToQString(CString(kRadioSearchHelpSection))).toUtf8()));
+    EXPECT_TRUE(boxes.Texts().empty());
+
+    // Where the manual is missing, the user hears of it and nothing opens.
+    TempDir empty;
+    ScopedCurrentDir elsewhere(empty.Path());
+    help->trigger();
+    EXPECT_EQ(browser.urls.size(), 1u);
+    CString missing;
+    missing.Format(u"The help file %s/OrvexHelp/index.html could not be found.", empty.Str());
+    EXPECT_EQ(boxes.Texts(), std::vector<CString>{missing});
 }

@@ -48,7 +48,7 @@ int RunRadioBuild(const CtlArgs& args) {
 const CtlCommandRegistrar kRegistrar(
     "radio-build", "XMLFILE OUT.dat",
     "parse a station directory, derive the lists, test the limits and write RadioBrowse.dat "
-    "(the name files are read from the current directory)",
+    "(the name files are read from the start directory)",
     RunRadioBuild);
 
 } // namespace

@@ -132,11 +132,12 @@ void CFrameDesktop::CreateMenus() {
     Refresh();
 }
 
-void CFrameDesktop::OnStarted(const CString& requested, const CString& played) {
+void CFrameDesktop::OnStarted(const CString& requested, const CString& played,
+                              const CString& name) {
     m_reconnect->Reset();
     ++m_track;
     m_requested = requested;
-    m_requestedTitle = m_frame.GetMediaTitle();
+    m_requestedTitle = name.IsEmpty() ? m_frame.GetMediaTitle() : name;
     m_played = played;
     m_isStream = m_frame.m_player.m_bStream;
     m_name = m_requestedTitle.IsEmpty() ? (m_isStream ? requested : LastPart(requested))

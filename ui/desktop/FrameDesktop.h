@@ -27,8 +27,10 @@ public:
 
     // What the frame tells.
     // A medium started from the path asked for; played is what the engine
-    // opened (a station's playlist gives its first stream).
-    void OnStarted(const CString& requested, const CString& played);
+    // opened (a station's playlist gives its first stream); name, when
+    // given, is the medium's name (a CD track of a walk).
+    void OnStarted(const CString& requested, const CString& played,
+                   const CString& name = CString());
     // Playback ended and the window is at rest.
     void OnStopped();
     void OnStreamTitle(const CString& title);

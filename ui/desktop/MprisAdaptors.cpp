@@ -10,7 +10,7 @@ QString CMprisRootAdaptor::Identity() const {
 }
 
 QString CMprisRootAdaptor::DesktopEntry() const {
-    return QStringLiteral("orvex");
+    return QStringLiteral("io.sourceforge.orvex");
 }
 
 QStringList CMprisRootAdaptor::SupportedUriSchemes() const {

@@ -1,5 +1,6 @@
 #include "ui/dialogs/DialogScroller.h"
 
+#include <QHBoxLayout>
 #include <QScrollBar>
 #include <QWidget>
 #include <algorithm>
@@ -23,6 +24,10 @@ void CDialogScroller::OnSize(int cy) {
     m_height = cy;
     const int h = m_initialRect.height();
     const int range = cy < h ? h - cy : 0;
+    if (m_topWhenHigh && range == 0 && m_scrollPos != 0) {
+        m_body->move(m_body->x(), m_body->y() + m_scrollPos);
+        m_scrollPos = 0;
+    }
     const QSignalBlocker quiet(m_bar);
     m_bar->setRange(0, range);
     m_bar->setPageStep(range / 10);
@@ -36,11 +41,11 @@ void CDialogScroller::OnVScroll(int code, int thumbPosition) {
     switch (code) {
     case SB_LINEUP:
         if (p > 0)
-            step = -std::min(range / 100, p);
+            step = -std::min(range / m_lineDivisor, p);
         break;
     case SB_LINEDOWN:
         if (p < range)
-            step = std::min(range / 100, range - p);
+            step = std::min(range / m_lineDivisor, range - p);
         break;
     case SB_PAGEUP:
         if (p > 0)
@@ -95,4 +100,30 @@ void CDialogScroller::OnBarAction(int action) {
     default:
         break;
     }
+}
+
+CScrolledArea::CScrolledArea(QWidget* parent, QWidget* body) : QWidget(parent), m_body(body) {
+    body->setParent(this);
+}
+
+QSize CScrolledArea::sizeHint() const {
+    return m_body->sizeHint();
+}
+
+QSize CScrolledArea::minimumSizeHint() const {
+    return QSize(m_body->minimumSizeHint().width(), 0);
+}
+
+void CScrolledArea::resizeEvent(QResizeEvent*) {
+    m_body->resize(width(), std::max(m_body->sizeHint().height(), height()));
+}
+
+CDialogScroller* MakeScrollingBody(QWidget* dialog, QWidget* body) {
+    auto* bar = new QScrollBar(Qt::Vertical, dialog);
+    auto* layout = new QHBoxLayout(dialog);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->addWidget(new CScrolledArea(dialog, body), 1);
+    layout->addWidget(bar);
+    return new CDialogScroller(dialog, body, bar);
 }

@@ -11,6 +11,8 @@
 #include "ui/dialogs/ImportPlaylistDlg.h"
 #include "ui/dialogs/LavSetupDlg.h"
 #include "ui/dialogs/NewTopicDlg.h"
+#include "ui/dialogs/RadioBrowseUpdateDlg.h"
+#include "ui/dialogs/RbSearchDlg.h"
 #include "ui/dialogs/TransferProgressDlg.h"
 
 namespace {
@@ -69,4 +71,14 @@ TransferOutcome CDocDialogs::Download(const CString& url, const CString& target,
                                       CString* error) {
     CTransferProgressDlg dialog(m_parent);
     return dialog.Run(url, target, maxBytes, error);
+}
+
+void CDocDialogs::RunRadioUpdateDialog(const CString& server) {
+    CRadioBrowseUpdateDlg dialog(m_parent, &m_doc, server);
+    dialog.DoModal();
+}
+
+void CDocDialogs::RunRadioSearchDialog() {
+    CRbSearchDlg dialog(m_parent, &m_doc);
+    dialog.DoModal();
 }

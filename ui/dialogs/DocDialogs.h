@@ -24,6 +24,8 @@ public:
     int DoModal(CExportFields& fields) override;
     TransferOutcome Download(const CString& url, const CString& target, unsigned maxBytes,
                              CString* error) override;
+    void RunRadioUpdateDialog(const CString& server) override;
+    void RunRadioSearchDialog() override;
 
 private:
     QWidget* m_parent;

@@ -19,25 +19,6 @@ namespace {
 
 const QString kImportedMedia = QStringLiteral("Imported Media");
 
-// The part of the dialog that scrolls: it keeps its own height, however low
-// the dialog gets, and is moved only by the scroller.
-class ScrolledArea : public QWidget {
-public:
-    ScrolledArea(QWidget* parent, QWidget* body) : QWidget(parent), m_body(body) {
-        body->setParent(this);
-    }
-    QSize sizeHint() const override { return m_body->sizeHint(); }
-    QSize minimumSizeHint() const override { return QSize(m_body->minimumSizeHint().width(), 0); }
-
-protected:
-    void resizeEvent(QResizeEvent*) override {
-        m_body->resize(width(), std::max(m_body->sizeHint().height(), height()));
-    }
-
-private:
-    QWidget* m_body;
-};
-
 } // namespace
 
 CImportDlg::CImportDlg(QWidget* parent) : COrvexDialog(parent, QStringLiteral("CImportDlg")) {
@@ -78,13 +59,7 @@ CImportDlg::CImportDlg(QWidget* parent) : COrvexDialog(parent, QStringLiteral("C
     bodyLayout->addWidget(m_topicEdit);
     bodyLayout->addWidget(MakeOkCancel());
 
-    auto* bar = new QScrollBar(Qt::Vertical, this);
-    auto* layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->addWidget(new ScrolledArea(this, body), 1);
-    layout->addWidget(bar);
-    m_scroller = new CDialogScroller(this, body, bar);
+    m_scroller = MakeScrollingBody(this, body);
 
     connect(m_datCheck, &QCheckBox::clicked, this, &CImportDlg::OnDat);
     connect(m_textCheck, &QCheckBox::clicked, this, &CImportDlg::OnText);

@@ -1,4 +1,4 @@
-#include "modules/lav/ModuleExport.h"
+#include "modules/ModuleExport.h"
 
 HRESULT CFilterFactory::QueryInterface(REFIID riid, void** ppv) {
     if (!ppv)
