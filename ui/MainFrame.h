@@ -110,6 +110,8 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    // Plays the track of the list at index; the list stays on.
+    void PlayCdTrack(int index);
     void CreateMenus();
     // The window at rest after playback: the bar, the title, the list.
     void RestAfterPlayback();

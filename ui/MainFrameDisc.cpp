@@ -93,9 +93,7 @@ void CMainFrame::StepCdTrack(int step) {
     const int target = m_cdIndex + step;
     if (target < 0 || target >= m_cdTracks.GetSize())
         return;
-    // The walk plays the track after its index.
-    m_cdIndex = target - 1;
-    StartNextCdTrack();
+    PlayCdTrack(target);
 }
 
 void CMainFrame::StartNextCdTrack() {
@@ -107,7 +105,11 @@ void CMainFrame::StartNextCdTrack() {
         StopPlayback(FALSE);
         return;
     }
-    ++m_cdIndex;
+    PlayCdTrack(m_cdIndex + 1);
+}
+
+void CMainFrame::PlayCdTrack(int index) {
+    m_cdIndex = index;
     // Read before the build, whose teardown of the old track puts it back
     // to 50.
     int volume = m_player.m_volume;
