@@ -9,10 +9,7 @@ namespace {
 
 // The address without its query and fragment, in lower case.
 CString AddressPath(const CString& url) {
-    CString path = url;
-    int end = path.FindOneOf(u"?#");
-    if (end >= 0)
-        path = path.Left(end);
+    CString path = AddressWithoutQuery(url);
     path.MakeLower();
     return path;
 }
@@ -23,6 +20,11 @@ bool EndsWith(const CString& text, const char16_t* end) {
 }
 
 } // namespace
+
+CString AddressWithoutQuery(const CString& url) {
+    const int end = url.FindOneOf(u"?#");
+    return end >= 0 ? url.Left(end) : url;
+}
 
 BOOL IsStationPlaylistUrl(const CString& url) {
     CString lower = url;

@@ -245,6 +245,8 @@ private:
 // Whether a stream address names a playlist (.pls, .m3u; not HLS's .m3u8)
 // by the end of its path, query and fragment aside.
 BOOL IsStationPlaylistUrl(const CString& url);
+// An address or path without its query ("?...") and fragment ("#...").
+CString AddressWithoutQuery(const CString& url);
 
 // The name of the made-up topic that shows the favourites.
 extern const char16_t* const kFavoritesName;

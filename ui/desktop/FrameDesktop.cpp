@@ -29,10 +29,7 @@ namespace {
 
 // The part of an address or path behind its last "/", when there is one.
 CString LastPart(const CString& path) {
-    CString trimmed = path;
-    int query = trimmed.FindOneOf(u"?#");
-    if (query >= 0)
-        trimmed = trimmed.Left(query);
+    CString trimmed = AddressWithoutQuery(path);
     trimmed.TrimRight(u'/');
     int slash = trimmed.ReverseFind(u'/');
     return slash >= 0 ? trimmed.Mid(slash + 1) : trimmed;
