@@ -150,15 +150,6 @@ TEST(FontCommands, OkTakesTheFontTellsThePaneAndMarksTheChange) {
     EXPECT_FALSE(plain.m_bContentsChanged);
 }
 
-TEST(FolderLocations, OkMarksTheChangeEvenWhenNothingChanged) {
-    COrvexDoc doc;
-    doc.SetFolderLocations(CString(), CString());
-    EXPECT_TRUE(doc.m_bContentsChanged);
-    doc.SetFolderLocations(CString(u"/c"), CString(u"/v"));
-    EXPECT_EQ(doc.m_contentsFolder, CString(u"/c"));
-    EXPECT_EQ(doc.m_videoFolder, CString(u"/v"));
-}
-
 TEST(DiscChange, ArrivalIsToldRemovalStopsDiscPlaybackFirst) {
     RunningProgram program;
     RecordingView view;

@@ -33,6 +33,10 @@ TEST(DialogCommands, FolderLocationsAndLavSetupTakeTheirAnswersOnlyAfterOk) {
     EXPECT_EQ(f.dialogs.folders.opened.m_contentsFolder, f.dir.Str());
     EXPECT_EQ(f.dialogs.folders.opened.m_videoFolder, CString(u"/v"));
     EXPECT_FALSE(f.doc.m_bContentsChanged);
+    // OK marks a change even when nothing changed.
+    f.dialogs.folders.answer = [](CFoldersFields&) { return IDOK; };
+    f.doc.OnFolderLocations();
+    EXPECT_TRUE(f.doc.m_bContentsChanged);
     f.dialogs.folders.answer = [](CFoldersFields& d) {
         d.m_videoFolder = u"/films";
         return IDOK;

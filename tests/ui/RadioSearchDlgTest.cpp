@@ -9,7 +9,6 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
-#include <QScrollBar>
 #include <QTableView>
 
 #include "platform/base/HelpViewer.h"
@@ -22,7 +21,6 @@
 #include "ui/ListModel.h"
 #include "ui/ListView.h"
 #include "ui/SplitterView.h"
-#include "ui/dialogs/DialogScroller.h"
 #include "ui/dialogs/RbSearchDlg.h"
 #include "ui/dialogs/StationTableModel.h"
 
@@ -240,24 +238,6 @@ TEST_F(RadioSearchDlgTest, OpensWithItsListsFromTheLookupTables) {
             EXPECT_FALSE(state.contains(QChar(0xC3))) << state.toStdString();
         Choose(dlg, COUNTRY, QStringLiteral("No Country"));
         EXPECT_EQ(Items(Find<QComboBox>(dlg, STATE)), QStringList{"No State"});
-
-        // Made lower, it scrolls a tenth of what is missing at a line; as
-        // high as it opened again, its body is back at the top.
-        CDialogScroller& scroller = *dlg->Scroller();
-        auto* bar = dlg->findChild<QScrollBar*>(QString(), Qt::FindDirectChildrenOnly);
-        QWidget* body = table->parentWidget();
-        const int client = dlg->height();
-        const int top = body->y();
-        dlg->resize(dlg->width(), client - 200);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return scroller.m_height == client - 200; }, 5000));
-        const int range = scroller.m_initialRect.height() - scroller.m_height;
-        bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
-        EXPECT_EQ(scroller.m_scrollPos, range / 10);
-        EXPECT_EQ(body->y(), top - range / 10);
-        dlg->resize(dlg->width(), scroller.m_initialRect.height() + 20);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return scroller.m_height > client; }, 5000));
-        EXPECT_EQ(scroller.m_scrollPos, 0);
-        EXPECT_EQ(body->y(), top);
     });
 }
 
