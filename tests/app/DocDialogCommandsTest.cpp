@@ -89,9 +89,6 @@ TEST(DialogCommands, ImportAndExportHandTheAnswerToTheOperations) {
     EXPECT_EQ(f.dialogs.exportTo.opened.m_startFolder, f.dir.Str());
     EXPECT_EQ(f.dialogs.exportTo.opened.m_title, CString(u"Export Contents Media"));
     EXPECT_FALSE(f.dialogs.exportTo.opened.m_topicOnly);
-    CString saved;
-    saved.Format(u"6 Media records saved to %s.", f.dir.File("all.txt"));
-    EXPECT_EQ(f.boxes.Texts(), std::vector<CString>{saved});
 
     CNodeArray radio;
     radio.Add(CNodeItem(u"Radio", 1));
@@ -100,7 +97,6 @@ TEST(DialogCommands, ImportAndExportHandTheAnswerToTheOperations) {
     EXPECT_EQ(f.dialogs.exportTo.opened.m_title, CString(u"Export Topic"));
     EXPECT_TRUE(f.dialogs.exportTo.opened.m_topicOnly);
 
-    f.boxes.Clear();
     f.doc.m_contents.ResetContents();
     f.dialogs.import.answer = [&f](CImportFields& d) {
         d.m_fromText = TRUE;
@@ -110,8 +106,7 @@ TEST(DialogCommands, ImportAndExportHandTheAnswerToTheOperations) {
     };
     f.doc.OnImport();
     EXPECT_EQ(f.dialogs.import.opened.m_startFolder, f.dir.Str());
-    EXPECT_EQ(f.boxes.Texts(), std::vector<CString>{u"Contents overwritten with 6 Media Items."});
-    EXPECT_EQ(Flatten(f.doc.m_contents).size(), 6u);
+    EXPECT_EQ(Flatten(f.doc.m_contents).size(), 6u); // what the export wrote
 
     // The playlist item's dialog opens with the delete box clear.
     f.dialogs.playlist.answer = nullptr;

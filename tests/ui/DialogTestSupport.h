@@ -7,6 +7,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
 #include <QElapsedTimer>
 #include <QLineEdit>
 #include <QTest>
@@ -40,6 +41,14 @@ inline void Click(QWidget* dialog, int id) {
     auto* button = Find<QAbstractButton>(dialog, id);
     if (button)
         QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
+}
+
+// The entries of a drop-down list, top to bottom.
+inline QStringList Entries(QComboBox* box) {
+    QStringList entries;
+    for (int i = 0; i < box->count(); ++i)
+        entries << box->itemText(i);
+    return entries;
 }
 
 inline bool Checked(QWidget* dialog, int id) {

@@ -20,13 +20,6 @@
 
 namespace {
 
-QStringList Entries(QComboBox* box) {
-    QStringList out;
-    for (int i = 0; i < box->count(); ++i)
-        out << box->itemText(i);
-    return out;
-}
-
 void Choose(QWidget* dialog, int id, const QString& text) {
     auto* box = Find<QComboBox>(dialog, id);
     box->setFocus();
