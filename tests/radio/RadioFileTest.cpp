@@ -130,11 +130,7 @@ TEST(RadioBrowseDb, AssignTablesCopiesTheFiveTablesOnly) {
     target.AssignTables(target);
     EXPECT_TRUE(SameTables(source, target));
     target.ClearTables();
-    EXPECT_TRUE(target.m_stations.IsEmpty());
-    EXPECT_TRUE(target.m_countries.IsEmpty());
-    EXPECT_TRUE(target.m_tags.IsEmpty());
-    EXPECT_TRUE(target.m_states.IsEmpty());
-    EXPECT_TRUE(target.m_languages.IsEmpty());
+    EXPECT_TRUE(SameTables(CRadioBrowseDb(), target));
 }
 
 TEST(RadioBrowseDb, SetUsedMarksOnlyTheFirstRecordOfACode) {
