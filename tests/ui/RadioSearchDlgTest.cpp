@@ -4,11 +4,9 @@
 // list, the text as people read it, its help, and the import of the results
 // into a topic, one of which then plays from the local server.
 #include <QComboBox>
-#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QLabel>
 #include <QListWidget>
-#include <QMenu>
 #include <QTableView>
 
 #include "platform/base/HelpViewer.h"
@@ -98,54 +96,27 @@ void ClickHeading(QWidget* dlg, int column) {
     QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, at);
 }
 
-// Answers what opens next while the test goes on: `step` is tried every few
-// milliseconds, on whatever is active, until it says it is done.
-void Later(const std::function<bool()>& step) {
-    auto* timer = new QTimer;
-    QObject::connect(timer, &QTimer::timeout, [timer, step] {
-        if (step())
-            timer->deleteLater();
-    });
-    timer->start(5);
-}
-
 // Chooses `entry` from the tag list's menu, opened by a right click on
-// `line` (-1: below the lines), and answers a tag dialog with `text`.
+// `line` (-1: below the lines), and answers the tag dialog it opens with
+// `text`; gives the menu's entries.
 QStringList TagMenu(QWidget* dlg, int line, const QString& entry, const QString& text = {}) {
+    if (!text.isNull()) {
+        auto* poll = new QTimer;
+        QObject::connect(poll, &QTimer::timeout, [poll, text] {
+            QWidget* tag = QApplication::activeModalWidget();
+            if (!tag || tag->objectName() != QStringLiteral("154"))
+                return;
+            poll->stop();
+            poll->deleteLater();
+            Type(tag, 1075, text);
+            Click(tag, IDOK);
+        });
+        poll->start(5);
+    }
     auto* list = Find<QListWidget>(dlg, TAGS);
-    QStringList offered;
-    Later([&, entry, text] {
-        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        if (!menu)
-            return false;
-        for (QAction* action : menu->actions())
-            offered << action->text();
-        for (QAction* action : menu->actions()) {
-            if (action->text() == entry) {
-                menu->setActiveAction(action);
-                if (!text.isNull()) {
-                    Later([text] {
-                        QWidget* tag = QApplication::activeModalWidget();
-                        if (!tag || tag->objectName() != QStringLiteral("154"))
-                            return false;
-                        Type(tag, 1075, text);
-                        Click(tag, IDOK);
-                        return true;
-                    });
-                }
-                QTest::keyClick(menu, Qt::Key_Return);
-                return true;
-            }
-        }
-        menu->close();
-        return true;
-    });
     const QPoint at = line >= 0 ? list->visualItemRect(list->item(line)).center()
                                 : QPoint(10, list->viewport()->height() - 4);
-    QContextMenuEvent click(QContextMenuEvent::Mouse, at, list->viewport()->mapToGlobal(at));
-    QApplication::sendEvent(list->viewport(), &click);
-    QTest::qWait(0);
-    return offered;
+    return ChooseFromMenu(list->viewport(), at, entry);
 }
 
 QStringList TagLines(QWidget* dlg) {
