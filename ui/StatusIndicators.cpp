@@ -25,8 +25,8 @@ uint32_t LitKeyboardLights() {
     if (!x11 || !x11->connection())
         return 0;
     xcb_connection_t* connection = x11->connection();
-    xcb_get_keyboard_control_reply_t* reply = xcb_get_keyboard_control_reply(
-        connection, xcb_get_keyboard_control(connection), nullptr);
+    xcb_get_keyboard_control_reply_t* reply =
+        xcb_get_keyboard_control_reply(connection, xcb_get_keyboard_control(connection), nullptr);
     if (!reply)
         return 0;
     const uint32_t lights = reply->led_mask;

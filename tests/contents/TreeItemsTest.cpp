@@ -26,14 +26,6 @@ TEST(CMediaContents, ExampleTreeHasThePathsOfItsPlaces) {
     EXPECT_TRUE(tree.m_topics[0].m_children[0].Path() == MakePath({{u"Music", 0}, {u"Jazz", 0}}));
     EXPECT_EQ(tree.m_topics[1].m_mediaType, MEDIA_AUDIO_URL);
 
-    CMediaArray favorites;
-    CNodesArArray paths;
-    int count = -1;
-    EXPECT_TRUE(tree.BuildFavorites(favorites, paths, &count));
-    ASSERT_EQ(count, 1);
-    EXPECT_EQ(favorites[0].m_name, CString(u"Blue"));
-    EXPECT_TRUE(paths[0] == MakePath({{u"Music", 0}, {u"Jazz", 0}}));
-
     int topics = -1, items = -1;
     tree.CountEntries(&topics, &items);
     EXPECT_EQ(topics, 3);

@@ -15,7 +15,8 @@ namespace {
 
 // Taps a key by its keysym on the server itself, as a keyboard would.
 void TapKey(xcb_keysym_t keysym) {
-    xcb_connection_t* c = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+    xcb_connection_t* c =
+        qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
     const xcb_setup_t* setup = xcb_get_setup(c);
     const int count = setup->max_keycode - setup->min_keycode + 1;
     xcb_get_keyboard_mapping_reply_t* map = xcb_get_keyboard_mapping_reply(
