@@ -94,10 +94,8 @@ BOOL CMediaContents::RemoveItems(const CNodeArray& path, const CMediaArray& item
     CTopic* topic = Find(path);
     if (!topic)
         return FALSE;
-    for (const CMediaItem& item : items) {
-        if (!topic->RemoveMediaItem(item))
-            return FALSE;
-    }
+    if (topic->RemoveMediaItems(items) < items.GetSize())
+        return FALSE;
     MakeCurrent(*topic, bSetCurrent);
     return TRUE;
 }

@@ -1,5 +1,8 @@
 #include "contents/Topic.h"
 
+#include <unordered_map>
+#include <vector>
+
 void CTopic::Clear() {
     *this = CTopic();
 }
@@ -12,6 +15,49 @@ BOOL CTopic::RemoveMediaItem(const CMediaItem& item) {
         }
     }
     return FALSE;
+}
+
+int CTopic::RemoveMediaItems(const CMediaArray& items) {
+    // Each element removes the first equal item still there, as one
+    // RemoveMediaItem after the other would, but the list is walked once and
+    // closed up once: deleting a whole large topic's rows stays quick.
+    struct Bucket {
+        std::vector<int> indices;
+        size_t first = 0; // the ones before are removed
+    };
+    std::unordered_map<CString, Bucket> byLocation;
+    for (int i = 0; i < m_media.GetSize(); ++i)
+        byLocation[m_media[i].m_location].indices.push_back(i);
+    std::vector<bool> removed(static_cast<size_t>(m_media.GetSize()), false);
+    int count = 0;
+    for (const CMediaItem& item : items) {
+        const auto found = byLocation.find(item.m_location);
+        int hit = -1;
+        if (found != byLocation.end()) {
+            Bucket& bucket = found->second;
+            while (bucket.first < bucket.indices.size() &&
+                   removed[static_cast<size_t>(bucket.indices[bucket.first])])
+                ++bucket.first;
+            for (size_t k = bucket.first; k < bucket.indices.size() && hit < 0; ++k) {
+                const int index = bucket.indices[k];
+                if (!removed[static_cast<size_t>(index)] && m_media[index] == item)
+                    hit = index;
+            }
+        }
+        if (hit < 0)
+            break;
+        removed[static_cast<size_t>(hit)] = true;
+        ++count;
+    }
+    if (count > 0) {
+        CMediaArray kept;
+        kept.Reserve(m_media.GetSize() - count);
+        for (int i = 0; i < m_media.GetSize(); ++i)
+            if (!removed[static_cast<size_t>(i)])
+                kept.Add(std::move(m_media[i]));
+        m_media = std::move(kept);
+    }
+    return count;
 }
 
 BOOL CTopic::RebuildChildPaths(int* pCount) {

@@ -28,6 +28,9 @@ public:
     void Clear();
     // Removes the first item equal to `item`; 0 when there is none.
     BOOL RemoveMediaItem(const CMediaItem& item);
+    // Removes, for each element of `items` in turn, the first item equal to
+    // it, stopping at the first element with none. Gives how many went.
+    int RemoveMediaItems(const CMediaArray& items);
     // Rewrites the paths of all children (and their subtrees) from this
     // topic's own path, and the topic lists of the items in them. Counts each
     // path and item rewritten.

@@ -16,6 +16,7 @@
 #include "ui/Commands.h"
 #include "ui/ControlsBar.h"
 #include "ui/SplitterView.h"
+#include "ui/StatusIndicators.h"
 #include "ui/VideoView.h"
 #include "ui/WindowHandles.h"
 #include "ui/desktop/FrameDesktop.h"
@@ -39,6 +40,7 @@ CMainFrame::CMainFrame(COrvexDoc& document) : m_document(document) {
 
     QStatusBar* status = statusBar();
     status->setObjectName(QStringLiteral("59393"));
+    new CStatusIndicators(status);
 
     m_wndControls = new CControlsBar(this);
     addToolBar(Qt::TopToolBarArea, m_wndControls);

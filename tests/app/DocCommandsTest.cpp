@@ -11,32 +11,6 @@ namespace {
 
 const CString kSavePrompt(u"Save Changes to Contents?");
 
-// A program started from an empty start directory, with a frame that logs.
-struct RunningProgram {
-    TempDir root;
-    std::string start = root / "start";
-    std::vector<std::string> log;
-    std::unique_ptr<ScopedCurrentDir> cwd;
-    std::unique_ptr<ScopedEnv> env;
-    std::unique_ptr<COrvexApp> app;
-    COrvexDoc* doc = nullptr;
-
-    RunningProgram() {
-        for (const char* f :
-             {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
-            TempDir::Write(start + "/" + f, "");
-        cwd = std::make_unique<ScopedCurrentDir>(start);
-        env = std::make_unique<ScopedEnv>("XDG_DATA_HOME", root / "data");
-        app = std::make_unique<COrvexApp>();
-        app->SetFrameFactory([this](COrvexDoc&) { return std::make_unique<FakeFrame>(log); });
-        EXPECT_TRUE(app->InitInstance());
-        doc = app->GetDocument();
-        log.clear();
-    }
-    std::string Contents() const { return TempDir::Read(root / "data/Orvex/OrvexContents.dat"); }
-    std::string User() const { return TempDir::Read(root / "data/Orvex/OrvexUser.dat"); }
-};
-
 // Answers the font dialog with a fixed choice, or cancels.
 class FontChoice {
 public:
@@ -148,15 +122,6 @@ TEST(FontCommands, OkTakesTheFontTellsThePaneAndMarksTheChange) {
     COrvexDoc plain;
     plain.OnFontLeft();
     EXPECT_FALSE(plain.m_bContentsChanged);
-}
-
-TEST(FolderLocations, OkMarksTheChangeEvenWhenNothingChanged) {
-    COrvexDoc doc;
-    doc.SetFolderLocations(CString(), CString());
-    EXPECT_TRUE(doc.m_bContentsChanged);
-    doc.SetFolderLocations(CString(u"/c"), CString(u"/v"));
-    EXPECT_EQ(doc.m_contentsFolder, CString(u"/c"));
-    EXPECT_EQ(doc.m_videoFolder, CString(u"/v"));
 }
 
 TEST(DiscChange, ArrivalIsToldRemovalStopsDiscPlaybackFirst) {

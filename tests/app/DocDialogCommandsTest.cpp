@@ -26,13 +26,17 @@ struct CommandFixture {
 
 } // namespace
 
-TEST(DialogCommands, FolderLocationsAndLavSetupTakeTheirAnswersOnlyAfterOk) {
+TEST(DialogCommands, FolderLocationsTakeTheirAnswerOnlyAfterOkAndLavSetupItsChoices) {
     CommandFixture f;
     f.doc.m_videoFolder = u"/v";
     f.doc.OnFolderLocations();
     EXPECT_EQ(f.dialogs.folders.opened.m_contentsFolder, f.dir.Str());
     EXPECT_EQ(f.dialogs.folders.opened.m_videoFolder, CString(u"/v"));
     EXPECT_FALSE(f.doc.m_bContentsChanged);
+    // OK marks a change even when nothing changed.
+    f.dialogs.folders.answer = [](CFoldersFields&) { return IDOK; };
+    f.doc.OnFolderLocations();
+    EXPECT_TRUE(f.doc.m_bContentsChanged);
     f.dialogs.folders.answer = [](CFoldersFields& d) {
         d.m_videoFolder = u"/films";
         return IDOK;
@@ -42,36 +46,13 @@ TEST(DialogCommands, FolderLocationsAndLavSetupTakeTheirAnswersOnlyAfterOk) {
     EXPECT_EQ(f.doc.m_contentsFolder, f.dir.Str());
     EXPECT_TRUE(f.doc.m_bContentsChanged);
 
-    // LAV Setup: opened on the four choices; an OK without a click keeps the flag.
-    f.doc.m_bContentsChanged = FALSE;
+    // LAV Setup opens on the document's four choices; what its answers do
+    // is driven through the real dialog in the ui tests.
     f.doc.m_lavSetup.m_bWmaAll = FALSE;
-    f.dialogs.lav.answer = [](CLavSetupFields& d) {
-        d.m_bWma2 = FALSE;
-        return IDOK;
-    };
     f.doc.OnLavSetup();
     const CLavSetupFields& opened = f.dialogs.lav.opened;
     EXPECT_TRUE(opened.m_bWma2 && opened.m_bWmaPro && !opened.m_bWmaAll &&
                 opened.m_bStereoSpeakers && !opened.m_bChanged);
-    EXPECT_FALSE(f.doc.m_lavSetup.m_bWma2);
-    EXPECT_FALSE(f.doc.m_bContentsChanged);
-    f.dialogs.lav.answer = [](CLavSetupFields& d) {
-        d.m_bWma2 = d.m_bWmaPro = d.m_bWmaAll = d.m_bStereoSpeakers = FALSE;
-        d.m_bChanged = TRUE;
-        return IDOK;
-    };
-    f.doc.OnLavSetup();
-    EXPECT_FALSE(f.doc.m_lavSetup.m_bStereoSpeakers);
-    EXPECT_TRUE(f.doc.m_bContentsChanged);
-    f.dialogs.lav.answer = [](CLavSetupFields& d) {
-        d.m_bWma2 = TRUE;
-        d.m_bChanged = TRUE;
-        return IDCANCEL;
-    };
-    f.doc.m_bContentsChanged = FALSE;
-    f.doc.OnLavSetup();
-    EXPECT_FALSE(f.doc.m_lavSetup.m_bWma2);
-    EXPECT_FALSE(f.doc.m_bContentsChanged);
 }
 
 TEST(DialogCommands, ImportAndExportHandTheAnswerToTheOperations) {
@@ -85,9 +66,6 @@ TEST(DialogCommands, ImportAndExportHandTheAnswerToTheOperations) {
     EXPECT_EQ(f.dialogs.exportTo.opened.m_startFolder, f.dir.Str());
     EXPECT_EQ(f.dialogs.exportTo.opened.m_title, CString(u"Export Contents Media"));
     EXPECT_FALSE(f.dialogs.exportTo.opened.m_topicOnly);
-    CString saved;
-    saved.Format(u"6 Media records saved to %s.", f.dir.File("all.txt"));
-    EXPECT_EQ(f.boxes.Texts(), std::vector<CString>{saved});
 
     CNodeArray radio;
     radio.Add(CNodeItem(u"Radio", 1));
@@ -96,7 +74,6 @@ TEST(DialogCommands, ImportAndExportHandTheAnswerToTheOperations) {
     EXPECT_EQ(f.dialogs.exportTo.opened.m_title, CString(u"Export Topic"));
     EXPECT_TRUE(f.dialogs.exportTo.opened.m_topicOnly);
 
-    f.boxes.Clear();
     f.doc.m_contents.ResetContents();
     f.dialogs.import.answer = [&f](CImportFields& d) {
         d.m_fromText = TRUE;
@@ -106,8 +83,7 @@ TEST(DialogCommands, ImportAndExportHandTheAnswerToTheOperations) {
     };
     f.doc.OnImport();
     EXPECT_EQ(f.dialogs.import.opened.m_startFolder, f.dir.Str());
-    EXPECT_EQ(f.boxes.Texts(), std::vector<CString>{u"Contents overwritten with 6 Media Items."});
-    EXPECT_EQ(Flatten(f.doc.m_contents).size(), 6u);
+    EXPECT_EQ(Flatten(f.doc.m_contents).size(), 6u); // what the export wrote
 
     // The playlist item's dialog opens with the delete box clear.
     f.dialogs.playlist.answer = nullptr;

@@ -74,27 +74,14 @@ public:
 
 class DocDiscs : public ::testing::Test {
 protected:
-    DocDiscs() : m_cwd(StartFolder(m_root)), m_env("XDG_DATA_HOME", m_root / "data") {
-        m_app.SetFrameFactory([this](COrvexDoc&) {
-            auto frame = std::make_unique<DiscFrame>(m_log);
-            m_frame = frame.get();
-            return frame;
-        });
-        EXPECT_TRUE(m_app.InitInstance());
-    }
-    COrvexDoc& Doc() { return *m_app.GetDocument(); }
-    static std::string StartFolder(const TempDir& root) {
-        for (const char* f : {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat"})
-            TempDir::Write(root / ("start/" + std::string(f)), "");
-        return root / "start";
-    }
+    COrvexDoc& Doc() { return *m_program.doc; }
 
-    TempDir m_root;
-    ScopedCurrentDir m_cwd;
-    ScopedEnv m_env;
-    std::vector<std::string> m_log;
-    COrvexApp m_app;
     DiscFrame* m_frame = nullptr;
+    RunningProgram m_program{[this](std::vector<std::string>& log) {
+        auto frame = std::make_unique<DiscFrame>(log);
+        m_frame = frame.get();
+        return frame;
+    }};
     ListedDrives m_drives;
 };
 

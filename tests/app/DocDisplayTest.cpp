@@ -119,7 +119,8 @@ TEST(DisplayOperations, ShowSelectAndFavouritesChangeNoContents) {
     EXPECT_TRUE(empty.m_displayTopic.m_media.IsEmpty());
 }
 
-TEST(DisplayOperations, FavouriteInTheFavouritesViewDropsTheRowAndStays) {
+TEST(DisplayOperations, AFavouriteMarkStaysOnTheViewItWasSetIn) {
+    // In the favourites view the row goes, and the view stays.
     Library lib;
     lib.doc.RefreshDisplay(TRUE, TRUE, nullptr, FALSE, FALSE);
     lib.view.Clear();
@@ -129,20 +130,18 @@ TEST(DisplayOperations, FavouriteInTheFavouritesViewDropsTheRowAndStays) {
     EXPECT_EQ(lib.doc.m_favoritePaths.GetSize(), 1);
     EXPECT_EQ(lib.view.Numbers(), kList);
     EXPECT_TRUE(lib.doc.m_bContentsChanged);
-}
 
-TEST(DisplayOperations, FavouriteInATopicStaysOnThatTopic) {
-    Library lib;
-    lib.doc.ShowTopic(lib.jazz);
-    ASSERT_TRUE(lib.doc.SetItemFavorite(lib.jazz, lib.alpha, TRUE, FALSE));
-    EXPECT_FALSE(lib.doc.m_bFavoritesView);
-    EXPECT_EQ(lib.doc.m_displayTopic.Path(), lib.jazz);
-    EXPECT_TRUE(lib.doc.m_displayTopic.m_media[1].m_favorite);
-    EXPECT_EQ(lib.doc.m_favorites.GetSize(), 3); // rebuilt
-    // Forced, it goes to the favourites.
-    ASSERT_TRUE(lib.doc.SetItemFavorite(lib.news, lib.world, FALSE, TRUE));
-    EXPECT_TRUE(lib.doc.m_bFavoritesView);
-    EXPECT_EQ(lib.Rows(), CString(u"Blue,Alpha"));
+    // In a topic it stays on that topic, unless forced to the favourites.
+    Library topic;
+    topic.doc.ShowTopic(topic.jazz);
+    ASSERT_TRUE(topic.doc.SetItemFavorite(topic.jazz, topic.alpha, TRUE, FALSE));
+    EXPECT_FALSE(topic.doc.m_bFavoritesView);
+    EXPECT_EQ(topic.doc.m_displayTopic.Path(), topic.jazz);
+    EXPECT_TRUE(topic.doc.m_displayTopic.m_media[1].m_favorite);
+    EXPECT_EQ(topic.doc.m_favorites.GetSize(), 3); // rebuilt
+    ASSERT_TRUE(topic.doc.SetItemFavorite(topic.news, topic.world, FALSE, TRUE));
+    EXPECT_TRUE(topic.doc.m_bFavoritesView);
+    EXPECT_EQ(topic.Rows(), CString(u"Blue,Alpha"));
 }
 
 // Every operation of the document's table: the refresh it makes and the flag.

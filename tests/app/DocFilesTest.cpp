@@ -84,114 +84,58 @@ TEST(SaveContents, AFailedSaveLeavesEveryLibraryFileByteForByte) {
               std::vector<CString>{dir.File("no/such/folder/c.dat") + u" was not found."});
 }
 
-TEST(LoadContents, LoadsShowsTheFavouritesAndTellsTreeThenList) {
+// The round trip through a restart is in RestartTest; here the panes are
+// told tree then list, and a refused or cut file keeps what it should.
+TEST(LoadContents, WhatEachFileLeavesAndWhomItTells) {
     TempDir dir;
     COrvexDoc saved;
     FillLibrary(saved);
-    ASSERT_TRUE(saved.SaveContents(dir.File("c.dat")));
-
-    COrvexDoc doc;
-    RecordingView view;
-    doc.AddView(&view);
-    MessageBoxRecorder boxes;
-    ASSERT_TRUE(doc.LoadContents(dir.File("c.dat")));
-    EXPECT_TRUE(boxes.Boxes().empty());
-    EXPECT_EQ(view.Numbers(), (std::vector<int>{HINT_TREE, HINT_LIST}));
-    EXPECT_TRUE(doc.m_bFavoritesView);
-    EXPECT_EQ(doc.m_displayTopic.GetName(), CString(kFavoritesName));
-    ASSERT_EQ(doc.m_favorites.GetSize(), 1);
-    EXPECT_EQ(doc.m_favorites[0].m_name, CString(u"Blue"));
-    EXPECT_TRUE(doc.m_favorites[0].m_favorite);
-    EXPECT_EQ(doc.m_displayTopic.m_media.GetSize(), 1);
-    EXPECT_EQ(doc.m_favoritePaths[0], MakePath({{u"Music", 0}, {u"Jazz", 0}}));
-    EXPECT_FALSE(doc.m_bContentsChanged); // loading is no change
-    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music,News"));
-
-    // Loading again replaces the tree; nothing merges.
-    ASSERT_TRUE(doc.LoadContents(dir.File("c.dat")));
-    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music,News"));
-}
-
-TEST(LoadContents, RoundTripKeepsEveryOrderAndIndexThroughTheDocumentsAliases) {
-    TempDir dir;
-    COrvexDoc doc;
-    doc.m_aliases.AddAlias(CString(u"J"), CString(u"Jazz"));
-    FillLibrary(doc);
-    doc.m_contents.SortTopic(MakePath({{u"Music", 0}, {u"Jazz", 0}}), TRUE, FALSE);
-    // An index that is not the position survives as stored.
-    doc.m_contents.m_topics[1][0].m_index = 42;
-    ASSERT_TRUE(doc.SaveContents(dir.File("a.dat")));
-    EXPECT_NE(TempDir::Read(dir / "a.dat").find(Wide(CString(u"J"))), std::string::npos);
-    COrvexDoc back;
-    back.m_aliases.AddAlias(CString(u"J"), CString(u"Jazz"));
-    back.LoadContents(dir.File("a.dat"));
-    ASSERT_TRUE(back.SaveContents(dir.File("b.dat")));
-    EXPECT_EQ(TempDir::Read(dir / "a.dat"), TempDir::Read(dir / "b.dat"));
-    const CTopic& jazz = back.m_contents.m_topics[0].m_children[0];
-    EXPECT_EQ(jazz.GetName(), CString(u"Jazz"));
-    ASSERT_EQ(jazz.m_media.GetSize(), 2);
-    EXPECT_EQ(jazz.m_media[0].m_name, CString(u"Alpha"));
-    EXPECT_EQ(jazz.m_media[1].m_name, CString(u"Blue"));
-    EXPECT_EQ(back.m_contents.m_topics[1][0].m_index, 42);
-}
-
-TEST(LoadContents, EmptyTreeAndEmptyFileGiveZeroWithoutTellingThePanes) {
-    TempDir dir;
-    TempDir::Write(dir / "tree.dat", std::string("\x01\0\0\0\0\0\0\0", 8));
-    TempDir::Write(dir / "zero.dat", "");
-    COrvexDoc doc;
-    FillLibrary(doc);
-    RecordingView view;
-    doc.AddView(&view);
-    MessageBoxRecorder boxes;
-    // A file of length 0: the tree stays as it was.
-    EXPECT_FALSE(doc.LoadContents(dir.File("zero.dat")));
-    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music,News"));
-    // A valid empty tree replaces it, but nobody is told.
-    EXPECT_FALSE(doc.LoadContents(dir.File("tree.dat")));
-    EXPECT_TRUE(doc.m_contents.m_topics.IsEmpty());
-    EXPECT_TRUE(view.m_hints.empty());
-    EXPECT_TRUE(boxes.Boxes().empty());
-}
-
-TEST(LoadContents, OtherSchemasAndMissingFilesAreRefusedAndTheTreeStays) {
-    TempDir dir;
+    ASSERT_TRUE(saved.SaveContents(dir.File("full.dat")));
+    const std::string full = TempDir::Read(dir / "full.dat");
     std::string schema2 = SmallContentsFile();
     schema2[0] = 2;
     TempDir::Write(dir / "schema2.dat", schema2);
+    TempDir::Write(dir / "cut.dat", full.substr(0, full.size() - 2));
+    TempDir::Write(dir / "short.dat", std::string("\x01\0", 2));
+    TempDir::Write(dir / "tree.dat", std::string("\x01\0\0\0\0\0\0\0", 8));
+    TempDir::Write(dir / "zero.dat", "");
+
     COrvexDoc doc;
-    FillLibrary(doc);
     RecordingView view;
     doc.AddView(&view);
     MessageBoxRecorder boxes;
+    ASSERT_TRUE(doc.LoadContents(dir.File("full.dat")));
+    ASSERT_TRUE(doc.LoadContents(dir.File("full.dat"))); // replaces; nothing merges
+    EXPECT_TRUE(boxes.Boxes().empty());
+    EXPECT_EQ(view.Numbers(), (std::vector<int>{HINT_TREE, HINT_LIST, HINT_TREE, HINT_LIST}));
+    EXPECT_TRUE(doc.m_bFavoritesView);
+    ASSERT_EQ(doc.m_favorites.GetSize(), 1);
+    EXPECT_EQ(doc.m_favorites[0].m_name, CString(u"Blue"));
+    EXPECT_FALSE(doc.m_bContentsChanged); // loading is no change
+    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music,News"));
+
+    // Refused, missing, empty or too short: the tree stays.
+    view.Clear();
     EXPECT_FALSE(doc.LoadContents(dir.File("schema2.dat")));
     ASSERT_EQ(boxes.Boxes().size(), 1u);
     EXPECT_EQ(boxes.Boxes()[0].text, kSchemaRefused);
     EXPECT_EQ(boxes.Boxes()[0].caption, CString(u"Orvex Application"));
     EXPECT_EQ(boxes.Boxes()[0].type, MB_OK | MB_ICONINFORMATION);
     EXPECT_EQ(boxes.Boxes()[0].owner, nullptr);
-    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music,News"));
-
     boxes.Clear();
     EXPECT_FALSE(doc.LoadContents(dir.File("missing.dat")));
     ASSERT_EQ(boxes.Boxes().size(), 1u);
     EXPECT_NE(boxes.Texts()[0].Find(CString(u"missing.dat")), -1);
-    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music,News"));
+    EXPECT_FALSE(doc.LoadContents(dir.File("zero.dat")));
     EXPECT_TRUE(view.m_hints.empty());
-}
+    boxes.Clear();
+    EXPECT_FALSE(doc.LoadContents(dir.File("short.dat")));
+    EXPECT_EQ(boxes.Boxes().size(), 1u);
+    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music,News"));
 
-TEST(LoadContents, ACutOffFileKeepsWhatWasReadAndStillShowsIt) {
-    TempDir dir;
-    COrvexDoc saved;
-    FillLibrary(saved);
-    ASSERT_TRUE(saved.SaveContents(dir.File("full.dat")));
-    const std::string full = TempDir::Read(dir / "full.dat");
-    TempDir::Write(dir / "cut.dat", full.substr(0, full.size() - 2));
-
-    COrvexDoc doc;
-    RecordingView view;
-    doc.AddView(&view);
-    MessageBoxRecorder boxes;
+    // Cut off: what was read is kept, and shown.
+    view.Clear();
+    boxes.Clear();
     EXPECT_FALSE(doc.LoadContents(dir.File("cut.dat")));
     ASSERT_EQ(boxes.Boxes().size(), 1u); // the archive's report
     EXPECT_NE(boxes.Texts()[0].Find(CString(u"cut.dat")), -1);
@@ -199,12 +143,11 @@ TEST(LoadContents, ACutOffFileKeepsWhatWasReadAndStillShowsIt) {
     EXPECT_EQ(view.Numbers(), (std::vector<int>{HINT_TREE, HINT_LIST}));
     EXPECT_EQ(doc.m_favorites.GetSize(), 1);
 
-    // A file too short for its schema word changes nothing.
-    TempDir::Write(dir / "short.dat", std::string("\x01\0", 2));
-    boxes.Clear();
-    EXPECT_FALSE(doc.LoadContents(dir.File("short.dat")));
-    EXPECT_EQ(boxes.Boxes().size(), 1u);
-    EXPECT_EQ(ChildNames(doc.m_contents), CString(u"Music"));
+    // A valid empty tree replaces it, but nobody is told.
+    view.Clear();
+    EXPECT_FALSE(doc.LoadContents(dir.File("tree.dat")));
+    EXPECT_TRUE(doc.m_contents.m_topics.IsEmpty());
+    EXPECT_TRUE(view.m_hints.empty());
 }
 
 TEST(UserData, SavesTheFieldsAtTheirOffsets) {

@@ -97,16 +97,8 @@ TEST(DocFolders, AShownFolderIsAMadeUpTopicOfItsMediaFilesAndSubFolders) {
 }
 
 TEST(DocFolders, AddFilesTakesTheTopicsTypeAndLeavesOutWhatItHolds) {
-    TempDir root;
-    for (const char* f : {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
-        TempDir::Write(root / ("start/" + std::string(f)), "");
-    ScopedCurrentDir cwd(root / "start");
-    ScopedEnv env("XDG_DATA_HOME", root / "data");
-    std::vector<std::string> log;
-    COrvexApp app;
-    app.SetFrameFactory([&](COrvexDoc&) { return std::make_unique<FakeFrame>(log); });
-    ASSERT_TRUE(app.InitInstance());
-    COrvexDoc& doc = *app.GetDocument();
+    RunningProgram program;
+    COrvexDoc& doc = *program.doc;
     const CNodeArray films = Ensure(doc.m_contents, {u"Films"}, MEDIA_VIDEO_FILE);
     doc.m_contents.AddItem(films, MakeItem(u"old.mkv", MEDIA_VIDEO_FILE, {u"Films"}), FALSE);
 

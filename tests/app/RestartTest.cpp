@@ -7,48 +7,15 @@
 #include "tests/support/MessageBoxRecorder.h"
 #include "tests/support/TempDir.h"
 
-namespace {
-
-// One installation: a start directory with the alias table and empty
-// default files, and a data home beside it.
-struct Installation {
-    TempDir root;
-    std::string start = root / "start";
-    std::string userFolder = root / "data/Orvex";
-
-    Installation() {
-        for (const char* f :
-             {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
-            TempDir::Write(start + "/" + f, "");
-        TempDir::Write(start + "/TopicAlias.txt", "// stored,display\nDoc,Documentaries\n");
-    }
-};
-
-// One run of the program, from start-up to the end of the process.
-struct ProgramRun {
-    std::vector<std::string> log;
-    ScopedCurrentDir cwd;
-    ScopedEnv env;
-    COrvexApp app;
-
-    explicit ProgramRun(Installation& install)
-        : cwd(install.start), env("XDG_DATA_HOME", install.root / "data") {
-        app.SetFrameFactory([this](COrvexDoc&) { return std::make_unique<FakeFrame>(log); });
-        EXPECT_TRUE(app.InitInstance());
-    }
-    COrvexDoc& Doc() { return *app.GetDocument(); }
-};
-
-} // namespace
-
 TEST(Restart, ALibrarySurvivesARestartByteForByte) {
-    Installation install;
+    RunningProgram program;
     MessageBoxRecorder boxes;
+    TempDir::Write(program.start + "/TopicAlias.txt", "// stored,display\nDoc,Documentaries\n");
+    program.Start();
     std::string contents;
     std::string user;
     {
-        ProgramRun first(install);
-        COrvexDoc& doc = first.Doc();
+        COrvexDoc& doc = *program.doc;
         EXPECT_TRUE(doc.m_contents.m_topics.IsEmpty());
         const CNodeArray docs =
             Ensure(doc.m_contents, {u"Documentaries", u"Space"}, MEDIA_VIDEO_FILE);
@@ -70,16 +37,16 @@ TEST(Restart, ALibrarySurvivesARestartByteForByte) {
         doc.SetFolderLocations(CString(u"/home/me/lists"), CString(u"/home/me/videos"));
         doc.OnSaveContents();
         EXPECT_FALSE(doc.m_bContentsChanged);
-        contents = TempDir::Read(install.userFolder + "/OrvexContents.dat");
-        user = TempDir::Read(install.userFolder + "/OrvexUser.dat");
+        contents = program.Contents();
+        user = program.User();
         // Topic names are stored in their stored form; items keep theirs.
         EXPECT_NE(contents.find(filebytes::Wide(CString(u"Doc"))), std::string::npos);
         EXPECT_EQ(contents.find(filebytes::Wide(CString(u"Documentaries"))), std::string::npos);
         EXPECT_TRUE(doc.SaveModified());
     }
+    program.Start();
     {
-        ProgramRun second(install);
-        COrvexDoc& doc = second.Doc();
+        COrvexDoc& doc = *program.doc;
         // It comes up showing the favourites, with the display names.
         EXPECT_TRUE(doc.m_bFavoritesView);
         EXPECT_EQ(doc.m_displayTopic.GetName(), CString(kFavoritesName));
@@ -95,18 +62,17 @@ TEST(Restart, ALibrarySurvivesARestartByteForByte) {
         EXPECT_EQ(doc.m_contentsFolder, CString(u"/home/me/lists"));
         EXPECT_FALSE(doc.m_bContentsChanged);
         doc.OnSaveContents();
-        EXPECT_EQ(TempDir::Read(install.userFolder + "/OrvexContents.dat"), contents);
-        EXPECT_EQ(TempDir::Read(install.userFolder + "/OrvexUser.dat"), user);
+        EXPECT_EQ(program.Contents(), contents);
+        EXPECT_EQ(program.User(), user);
     }
     EXPECT_TRUE(boxes.Boxes().empty());
 }
 
 TEST(Restart, AnEmptyDefaultLibraryStartsEmptyWithoutAWord) {
-    Installation install;
     MessageBoxRecorder boxes;
-    ProgramRun run(install);
-    EXPECT_TRUE(run.Doc().m_contents.m_topics.IsEmpty());
-    EXPECT_FALSE(run.Doc().m_bFavoritesView);
-    EXPECT_EQ(run.Doc().m_leftFont.lfHeight, GetSystemMenuFont().lfHeight);
+    RunningProgram program;
+    EXPECT_TRUE(program.doc->m_contents.m_topics.IsEmpty());
+    EXPECT_FALSE(program.doc->m_bFavoritesView);
+    EXPECT_EQ(program.doc->m_leftFont.lfHeight, GetSystemMenuFont().lfHeight);
     EXPECT_TRUE(boxes.Boxes().empty());
 }

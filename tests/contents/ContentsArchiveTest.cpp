@@ -70,13 +70,6 @@ std::string ExampleBytes() {
 
 } // namespace
 
-TEST(ContentsArchive, TheSmallExampleMatchesItsBytes) {
-    CMediaContents tree;
-    Ensure(tree, {u"A"}, MEDIA_AUDIO_FILE);
-    // The file's own bytes behind its schema word.
-    EXPECT_EQ(StoreBytes(tree, CTopicStrAliasAr()), SmallContentsFile().substr(4));
-}
-
 TEST(ContentsArchive, TreeIsWrittenDepthFirstWithPathsAndItems) {
     EXPECT_EQ(StoreBytes(ExampleTree(), CTopicStrAliasAr()), ExampleBytes());
     EXPECT_EQ(StoreBytes(CMediaContents(), CTopicStrAliasAr()), I32(0));

@@ -26,14 +26,6 @@ TEST(CMediaContents, ExampleTreeHasThePathsOfItsPlaces) {
     EXPECT_TRUE(tree.m_topics[0].m_children[0].Path() == MakePath({{u"Music", 0}, {u"Jazz", 0}}));
     EXPECT_EQ(tree.m_topics[1].m_mediaType, MEDIA_AUDIO_URL);
 
-    CMediaArray favorites;
-    CNodesArArray paths;
-    int count = -1;
-    EXPECT_TRUE(tree.BuildFavorites(favorites, paths, &count));
-    ASSERT_EQ(count, 1);
-    EXPECT_EQ(favorites[0].m_name, CString(u"Blue"));
-    EXPECT_TRUE(paths[0] == MakePath({{u"Music", 0}, {u"Jazz", 0}}));
-
     int topics = -1, items = -1;
     tree.CountEntries(&topics, &items);
     EXPECT_EQ(topics, 3);
@@ -131,6 +123,22 @@ TEST(CMediaContents, ItemOperationsFindItemsByEquality) {
     EXPECT_EQ(copy.m_media.GetSize(), 2);
     EXPECT_FALSE(copy.m_media.Contains(a));
     EXPECT_TRUE(tree.m_currentTopic.IsEmpty());
+
+    // Of equal items the first goes, once for each time the batch names
+    // it; an item that differs only in its kind stays.
+    const CNodeArray pop = Ensure(tree, {u"Pop"});
+    const CMediaItem x = MakeItem(u"X", MEDIA_AUDIO_FILE, {});
+    const CMediaItem xStream = MakeItem(u"X", MEDIA_AUDIO_URL, {});
+    const CMediaItem y = MakeItem(u"Y", MEDIA_AUDIO_FILE, {});
+    for (const CMediaItem* item : {&x, &xStream, &y, &x, &x})
+        tree.AddItem(pop, *item, FALSE);
+    CMediaArray twice;
+    twice.Add(x);
+    twice.Add(x);
+    EXPECT_TRUE(tree.RemoveItems(pop, twice, TRUE));
+    const CMediaArray& left = tree.m_currentTopic.m_media;
+    ASSERT_EQ(left.GetSize(), 3);
+    EXPECT_TRUE(left[0] == xStream && left[1] == y && left[2] == x);
 }
 
 TEST(CMediaContents, MovesCarryTopicsAndFavouriteFlags) {

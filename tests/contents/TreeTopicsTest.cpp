@@ -4,35 +4,26 @@
 
 namespace {
 
-// Roots R0..R(n-1); each root Ri has one child "Ci" holding one item.
+// Roots R0..R(n-1) (n up to 10); each root Ri has one child "Ci" holding
+// one item.
+std::u16string Numbered(char16_t letter, int i) {
+    return {letter, static_cast<char16_t>(u'0' + i)};
+}
+
 CMediaContents Roots(int n) {
     CMediaContents tree;
     for (int i = 0; i < n; ++i) {
-        CString root, child;
-        root.Format(u"R%d", i);
-        child.Format(u"C%d", i);
-        MediaType type = MEDIA_AUDIO_FILE;
-        CStringArray names;
-        names.Add(root);
-        names.Add(child);
-        CNodeArray path;
-        tree.EnsureTopicPath(names, &type, path);
-        CMediaItem item;
-        item.m_type = MEDIA_AUDIO_FILE;
-        item.m_name = child + u"-item";
-        item.m_location = u"/x";
-        item.m_topics = names;
-        tree.AddItem(path, item, FALSE);
+        const std::u16string root = Numbered(u'R', i), child = Numbered(u'C', i);
+        const std::u16string item = child + u"-item";
+        tree.AddItem(Ensure(tree, {root.c_str(), child.c_str()}),
+                     MakeItem(item.c_str(), MEDIA_AUDIO_FILE, {root.c_str(), child.c_str()}),
+                     FALSE);
     }
     return tree;
 }
 
 CNodeArray RootPath(int i) {
-    CString name;
-    name.Format(u"R%d", i);
-    CNodeArray path;
-    path.Add(CNodeItem(name, i));
-    return path;
+    return MakePath({{Numbered(u'R', i).c_str(), i}});
 }
 
 CNodeArray Child(const CMediaContents& tree, std::initializer_list<int> positions) {

@@ -2,8 +2,11 @@
 
 #include "radio/RadioBrowseDb.h"
 #include "tests/radio/RadioTestSupport.h"
+#include "tests/support/FileBytes.h"
 #include "tests/support/MessageBoxRecorder.h"
 #include "tests/support/TempDir.h"
+
+using namespace filebytes;
 
 namespace {
 
@@ -32,11 +35,10 @@ void FillSmall(CRadioBrowseDb& db) {
 // The file of FillSmall, from the format tables: schema, then stations,
 // countries, tags, states, languages, each a count and its records.
 std::string SmallFileBytes() {
-    return Int32(1) + Int32(1) + WideField("A") + WideField("u") + WideField("US") + WideField("") +
-           WideField("en") + WideField("") + Int32(5) + Int32(-1) + Int32(1) + WideField("Chad") +
-           WideField("TD") + Int32(1) + Int32(1) + WideField("pop") + Int32(80) + Int32(1) +
-           WideField("Ohio") + WideField("US") + Int32(2) + Int32(1) + WideField("English") +
-           WideField("en") + Int32(0);
+    return I32(1) + I32(1) + Wide(u"A") + Wide(u"u") + Wide(u"US") + Wide(u"") + Wide(u"en") +
+           Wide(u"") + I32(5) + I32(-1) + I32(1) + Wide(u"Chad") + Wide(u"TD") + I32(1) + I32(1) +
+           Wide(u"pop") + I32(80) + I32(1) + Wide(u"Ohio") + Wide(u"US") + I32(2) + I32(1) +
+           Wide(u"English") + Wide(u"en") + I32(0);
 }
 
 bool SameTables(const CRadioBrowseDb& a, const CRadioBrowseDb& b) {
@@ -51,7 +53,7 @@ TEST(RadioBrowseFile, GoldenBytesBothWaysAndEveryFieldBack) {
     CRadioBrowseDb empty;
     ASSERT_TRUE(SaveRadioBrowseFile(empty, dir.File("RadioBrowse.dat")));
     EXPECT_EQ(TempDir::Read(dir / "RadioBrowse.dat"),
-              Int32(1) + Int32(0) + Int32(0) + Int32(0) + Int32(0) + Int32(0));
+              I32(1) + I32(0) + I32(0) + I32(0) + I32(0) + I32(0));
     CRadioBrowseDb db;
     FillSmall(db);
     ASSERT_TRUE(SaveRadioBrowseFile(db, dir.File("RadioBrowse.dat")));
@@ -59,7 +61,7 @@ TEST(RadioBrowseFile, GoldenBytesBothWaysAndEveryFieldBack) {
 
     // The reader takes the golden bytes, also with a single-byte string.
     std::string bytes = SmallFileBytes();
-    bytes.replace(8, WideField("A").size(), Bytes({1, 'A'}));
+    bytes.replace(8, Wide(u"A").size(), Narrow("A"));
     TempDir::Write(dir / "narrow.dat", bytes);
     CRadioBrowseDb loaded;
     MessageBoxRecorder boxes;
@@ -97,7 +99,7 @@ TEST(RadioBrowseFile, BadFilesReportAndKeepWhatWasRead) {
 
     // Cut inside the tag section: stations and countries stand, tags don't.
     bytes = SmallFileBytes();
-    TempDir::Write(dir / "cut.dat", bytes.substr(0, bytes.find(WideField("pop")) + 3));
+    TempDir::Write(dir / "cut.dat", bytes.substr(0, bytes.find(Wide(u"pop")) + 3));
     boxes.Clear();
     EXPECT_FALSE(LoadRadioBrowseFile(db, dir.File("cut.dat")));
     EXPECT_EQ(boxes.Boxes().size(), 1u);
@@ -108,7 +110,7 @@ TEST(RadioBrowseFile, BadFilesReportAndKeepWhatWasRead) {
 
 TEST(RadioBrowseFile, HugeCountsCostNoMoreThanTheFileHolds) {
     TempDir dir;
-    TempDir::Write(dir / "RadioBrowse.dat", Int32(1) + Int32(0x7FFFFFFF) + WideField("A"));
+    TempDir::Write(dir / "RadioBrowse.dat", I32(1) + I32(0x7FFFFFFF) + Wide(u"A"));
     MessageBoxRecorder boxes;
     CRadioBrowseDb db;
     EXPECT_FALSE(LoadRadioBrowseFile(db, dir.File("RadioBrowse.dat")));
@@ -130,11 +132,7 @@ TEST(RadioBrowseDb, AssignTablesCopiesTheFiveTablesOnly) {
     target.AssignTables(target);
     EXPECT_TRUE(SameTables(source, target));
     target.ClearTables();
-    EXPECT_TRUE(target.m_stations.IsEmpty());
-    EXPECT_TRUE(target.m_countries.IsEmpty());
-    EXPECT_TRUE(target.m_tags.IsEmpty());
-    EXPECT_TRUE(target.m_states.IsEmpty());
-    EXPECT_TRUE(target.m_languages.IsEmpty());
+    EXPECT_TRUE(SameTables(CRadioBrowseDb(), target));
 }
 
 TEST(RadioBrowseDb, SetUsedMarksOnlyTheFirstRecordOfACode) {

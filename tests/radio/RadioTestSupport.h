@@ -1,7 +1,5 @@
-// Helpers shared by the radio tests: small station and table builders.
+// Helpers shared by the radio tests: a station of the given fields.
 #pragma once
-#include <string>
-
 #include "radio/RadioBrowseDb.h"
 #include "tests/support/PrintCString.h"
 
@@ -17,31 +15,5 @@ inline CStation MakeStation(const char16_t* name, const char16_t* url, const cha
     s.m_tags = tags;
     s.m_votes = votes;
     s.m_clicks = clicks;
-    return s;
-}
-
-// Bytes as written in a format table: each int one byte.
-inline std::string Bytes(std::initializer_list<int> values) {
-    std::string s;
-    for (int v : values)
-        s += static_cast<char>(v);
-    return s;
-}
-
-// A wide string in the file's tagged form, for strings under 255 units of
-// ASCII.
-inline std::string WideField(const std::string& ascii) {
-    std::string s = Bytes({0xFF, 0xFE, 0xFF, static_cast<int>(ascii.size())});
-    for (char c : ascii) {
-        s += c;
-        s += '\0';
-    }
-    return s;
-}
-
-inline std::string Int32(int32_t v) {
-    std::string s(4, '\0');
-    for (int i = 0; i < 4; ++i)
-        s[i] = static_cast<char>((static_cast<uint32_t>(v) >> (8 * i)) & 0xFF);
     return s;
 }

@@ -91,17 +91,6 @@ TEST_F(StagesTest, EachLimitPassesAtItsMinimumAndFailsOneBelow) {
     dropOne(m_db.m_languages);
 }
 
-TEST_F(StagesTest, TooFewStationsOrACutDirectoryFailTheJob) {
-    AddStations(RB_MIN_STATIONS - 1);
-    EXPECT_EQ(m_db.BuildLookupLists(RB_MIN_STATIONS - 1, &m_error), 0);
-    EXPECT_EQ(m_error, CString(u"Radio Browser data appears corrupt - update failed."));
-    AddStations(1);
-    m_db.m_bDirectoryCut = TRUE;
-    m_error.Empty();
-    EXPECT_EQ(m_db.BuildLookupLists(RB_MIN_STATIONS, &m_error), 0);
-    EXPECT_EQ(m_error, CString(u"Radio Browser data appears corrupt - update failed."));
-}
-
 TEST_F(StagesTest, EachStageFailsWithItsOwnWords) {
     AddStations(10);
     std::filesystem::rename(m_dir / "RadioBrowse_CC.txt", m_dir / "cc");

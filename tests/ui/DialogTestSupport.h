@@ -7,8 +7,11 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QComboBox>
+#include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QLineEdit>
+#include <QMenu>
 #include <QTest>
 #include <QTimer>
 #include <deque>
@@ -42,6 +45,14 @@ inline void Click(QWidget* dialog, int id) {
         QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
 }
 
+// The entries of a drop-down list, top to bottom.
+inline QStringList Entries(QComboBox* box) {
+    QStringList entries;
+    for (int i = 0; i < box->count(); ++i)
+        entries << box->itemText(i);
+    return entries;
+}
+
 inline bool Checked(QWidget* dialog, int id) {
     return Find<QAbstractButton>(dialog, id)->isChecked();
 }
@@ -60,6 +71,42 @@ inline void Type(QWidget* dialog, int id, const QString& text) {
     edit->selectAll();
     QTest::keyClick(edit, Qt::Key_Delete);
     QTest::keyClicks(edit, text);
+}
+
+// Opens the context menu of a widget's viewport at a point and answers it:
+// gives its entries ("<no menu>" when none opened) and chooses the one named,
+// or closes the menu when there is none of that name.
+inline QStringList ChooseFromMenu(QWidget* viewport, QPoint point, const QString& choice,
+                                  QContextMenuEvent::Reason reason = QContextMenuEvent::Mouse) {
+    QStringList entries;
+    bool opened = false;
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, [&] {
+        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        if (!menu)
+            return;
+        opened = true;
+        poll.stop();
+        QAction* chosen = nullptr;
+        for (QAction* action : menu->actions()) {
+            entries << action->text();
+            if (action->text() == choice)
+                chosen = action;
+        }
+        if (chosen) {
+            menu->setActiveAction(chosen);
+            QTest::keyClick(menu, Qt::Key_Return);
+        } else {
+            menu->close();
+        }
+    });
+    poll.start(5);
+    QContextMenuEvent event(reason, point, viewport->mapToGlobal(point));
+    QApplication::sendEvent(viewport, &event);
+    QCoreApplication::processEvents();
+    if (!opened)
+        entries << QStringLiteral("<no menu>");
+    return entries;
 }
 
 // Runs the dialog modally; `interact` is called once it shows. A dialog still

@@ -10,7 +10,6 @@
 #include "platform/base/Drives.h"
 #include "platform/base/UserMessages.h"
 #include "platform/disc/AudioCdFolders.h"
-#include "tests/support/TestDiscs.h"
 #include "tests/ui/FrameMedia.h"
 #include "ui/Commands.h"
 #include "ui/ListView.h"
@@ -67,16 +66,6 @@ protected:
     void OpenDiscMenu() { UpdateDiscCommands(Frame(), Doc()); }
 
     COrvexVideoView* Video() { return Frame().GetSplitterView()->GetVideoView(); }
-    // A point of the disc's 720x480 frame, where the view shows it.
-    QPoint OnPicture(int x, int y) {
-        LONG left = 0, top = 0, width = 0, height = 0;
-        Engine().m_pVideoWindow->GetWindowPosition(&left, &top, &width, &height);
-        return QPoint(left + x * width / 720, top + y * height / 480);
-    }
-    QPoint OnButton(int which) {
-        const int left = which == 1 ? TestDiscs::kButton1Left : TestDiscs::kButton2Left;
-        return OnPicture(left + 100, (TestDiscs::kButtonTop + TestDiscs::kButtonBottom) / 2);
-    }
     bool AtMenu() {
         return WaitFor([&] {
             return Engine().m_dvdDomain == DVD_DOMAIN_VideoManagerMenu &&
@@ -162,9 +151,9 @@ TEST_F(DiscFrameTest, PlayDvdShowsTheMenuWhereTheMouseChoosesATitle) {
     EXPECT_FALSE(Enabled(ID_PLAY_DVD));
     EXPECT_TRUE(Enabled(ID_DVD_NAVIGATION));
 
-    QTest::mouseMove(Video(), OnButton(2));
+    QTest::mouseMove(Video(), OnDvdButton(Engine(), 2));
     EXPECT_TRUE(WaitFor([&] { return Engine().m_dvdButton == 2; }, 3000));
-    QTest::mouseClick(Video(), Qt::LeftButton, Qt::NoModifier, OnButton(2));
+    QTest::mouseClick(Video(), Qt::LeftButton, Qt::NoModifier, OnDvdButton(Engine(), 2));
     EXPECT_TRUE(WaitFor(
         [&] { return Engine().m_dvdDomain == DVD_DOMAIN_Title && Engine().m_dvdTitle == 2; }));
     // The bar shows the title's time.

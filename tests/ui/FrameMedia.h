@@ -9,6 +9,7 @@
 
 #include "platform/base/FileDialog.h"
 #include "tests/player/PlayerTestSupport.h"
+#include "tests/support/TestDiscs.h"
 #include "tests/ui/FrameFixture.h"
 
 struct FrameMedia {
@@ -99,3 +100,15 @@ protected:
     static const FrameMedia& Media() { return FrameMedia::Get(); }
     CMediaPlayer& Engine() { return Frame().m_player; }
 };
+
+// Where the video pane shows a point of the test disc's 720x480 frame, and
+// the middle of one of its two menu buttons.
+inline QPoint OnDvdPicture(CMediaPlayer& player, int x, int y) {
+    LONG left = 0, top = 0, width = 0, height = 0;
+    player.m_pVideoWindow->GetWindowPosition(&left, &top, &width, &height);
+    return QPoint(left + x * width / 720, top + y * height / 480);
+}
+inline QPoint OnDvdButton(CMediaPlayer& player, int which) {
+    const int left = which == 1 ? TestDiscs::kButton1Left : TestDiscs::kButton2Left;
+    return OnDvdPicture(player, left + 100, (TestDiscs::kButtonTop + TestDiscs::kButtonBottom) / 2);
+}

@@ -3,7 +3,6 @@
 #pragma once
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QMenu>
 #include <QMimeData>
 #include <QTimer>
 #include <QTreeWidget>
@@ -11,6 +10,7 @@
 
 #include "tests/contents/TreeBuilder.h"
 #include "tests/support/PrintCString.h"
+#include "tests/ui/DialogTestSupport.h"
 #include "tests/ui/FakeMachine.h"
 #include "tests/ui/FrameFixture.h"
 #include "ui/ListModel.h"
@@ -110,39 +110,11 @@ protected:
                                                 QItemSelectionModel::Rows);
     }
 
-    // Opens a context menu on a widget's viewport and answers it: the
-    // entries are given back, and the one named (none for an empty name)
-    // is chosen.
+    // Opens a context menu on a widget's viewport and answers it (see
+    // ChooseFromMenu), then makes the window active again.
     QStringList Menu(QWidget* viewport, QPoint point, const QString& choice,
                      QContextMenuEvent::Reason reason = QContextMenuEvent::Mouse) {
-        QStringList entries;
-        bool opened = false;
-        QTimer poll;
-        QObject::connect(&poll, &QTimer::timeout, [&] {
-            auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-            if (!menu)
-                return;
-            opened = true;
-            poll.stop();
-            QAction* chosen = nullptr;
-            for (QAction* action : menu->actions()) {
-                entries << action->text();
-                if (action->text() == choice)
-                    chosen = action;
-            }
-            if (chosen) {
-                menu->setActiveAction(chosen);
-                QTest::keyClick(menu, Qt::Key_Return);
-            } else {
-                menu->close();
-            }
-        });
-        poll.start(5);
-        QContextMenuEvent event(reason, point, viewport->mapToGlobal(point));
-        QApplication::sendEvent(viewport, &event);
-        QCoreApplication::processEvents();
-        if (!opened)
-            entries << QStringLiteral("<no menu>");
+        const QStringList entries = ChooseFromMenu(viewport, point, choice, reason);
         // The window is active again once the menu has gone.
         Frame().activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&Frame()));

@@ -199,6 +199,13 @@ TEST_F(RadioUpdateDlgTest, AWholeUpdateShowsEachStatusAndInstallsTheNewDatabase)
     ASSERT_TRUE(LoadRadioBrowseFile(stored, CString(w.DataFile("RadioBrowse.dat"))));
     EXPECT_TRUE(stored.m_stations == w.doc->m_radioDb.m_stations);
     EXPECT_TRUE(stored.m_tags == w.doc->m_radioDb.m_tags);
+    EXPECT_TRUE(stored.m_states == w.doc->m_radioDb.m_states);
+    EXPECT_TRUE(stored.m_languages == w.doc->m_radioDb.m_languages);
+    // The job's own tables and fields are gone; the download stays.
+    EXPECT_TRUE(w.doc->m_radioDbNew.m_stations.IsEmpty());
+    EXPECT_TRUE(w.doc->m_jobUrl.IsEmpty());
+    EXPECT_EQ(w.doc->m_hwndUpdateDlg, nullptr);
+    EXPECT_EQ(TempDir::Read(w.DataFile("results.txt")), Directory());
 }
 
 TEST_F(RadioUpdateDlgTest, ACancelAtEachStageLeavesTheOldDatabase) {
@@ -248,5 +255,8 @@ TEST_F(RadioUpdateDlgTest, ACancelAtEachStageLeavesTheOldDatabase) {
         EXPECT_EQ(TempDir::Read(w.DataFile("RadioBrowse.dat")), m_oldBytes);
         ASSERT_EQ(w.doc->m_radioDb.m_stations.GetSize(), 1);
         EXPECT_FALSE(w.doc->m_hJobThread.IsRunning());
+        EXPECT_TRUE(w.doc->m_radioDbNew.m_stations.IsEmpty());
+        EXPECT_EQ(w.doc->m_hwndUpdateDlg, nullptr);
+        EXPECT_FALSE(w.doc->m_serverUrl.IsEmpty()); // kept for the next attempt
     }
 }

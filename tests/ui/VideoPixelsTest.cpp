@@ -3,40 +3,14 @@
 // pane's own painting never holds the picture). Runs under a virtual X
 // server.
 #include <QImage>
-#include <QPixmap>
 #include <QPointer>
-#include <QScreen>
 
-#include <QtGui/qguiapplication_platform.h>
-#include <xcb/xcb.h>
-#include <xcb/xtest.h>
-
-#include "tests/ui/FrameMedia.h"
+#include "tests/ui/XDisplay.h"
 #include "ui/ListView.h"
 #include "ui/SplitterView.h"
 #include "ui/VideoView.h"
 
 namespace {
-
-// The window is on X11, and so is the pointer the test moves.
-const bool kOnX11 = [] {
-    setenv("QT_QPA_PLATFORM", "xcb", 1);
-    return true;
-}();
-
-// Moves the X server's own pointer to the middle of a widget and turns the
-// wheel away from the user there: the server decides which window gets it.
-void WheelUpOver(QWidget* widget) {
-    auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    xcb_connection_t* c = x11->connection();
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(c)).data->root;
-    const QPoint at = widget->mapToGlobal(QPoint(widget->width() / 2, widget->height() / 2));
-    xcb_test_fake_input(c, XCB_MOTION_NOTIFY, 0, XCB_CURRENT_TIME, root,
-                        static_cast<int16_t>(at.x()), static_cast<int16_t>(at.y()), 0);
-    xcb_test_fake_input(c, XCB_BUTTON_PRESS, 4, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
-    xcb_test_fake_input(c, XCB_BUTTON_RELEASE, 4, XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
-    xcb_flush(c);
-}
 
 // The colour bars of the test pattern, as the display shows them after the
 // encoder and the converters: each within a margin.
@@ -48,12 +22,6 @@ const Bar kBars[] = {{"yellow", QColor(191, 191, 0)},
                      {"cyan", QColor(0, 191, 191)},
                      {"magenta", QColor(191, 0, 191)},
                      {"blue", QColor(0, 0, 191)}};
-
-bool Near(QRgb pixel, const QColor& colour) {
-    return std::abs(qRed(pixel) - colour.red()) < 40 &&
-           std::abs(qGreen(pixel) - colour.green()) < 40 &&
-           std::abs(qBlue(pixel) - colour.blue()) < 40;
-}
 
 // The bars found in what the display shows over a widget.
 std::vector<std::string> BarsOnScreen(QWidget* widget) {
@@ -92,16 +60,8 @@ std::string PlaceText(QWidget* picture, QWidget* pane) {
            std::to_string(pane->width()) + "x" + std::to_string(pane->height());
 }
 
-class VideoPixels : public FrameTest {
+class VideoPixels : public PixelsTest {
 protected:
-    VideoPixels() {
-        // The picture goes to the system's own sink; only the sound is
-        // kept off any device.
-        SetGraphAudioSink("fakesink sync=true");
-        SetGraphVideoSink("");
-    }
-    ~VideoPixels() override { SetGraphAudioSink(""); }
-
     std::string Pattern() {
         const std::string path = m_data / "bars.mkv";
         EXPECT_TRUE(EncodeMedia("videotestsrc pattern=smpte75 num-buffers=250 ! "
@@ -138,9 +98,9 @@ TEST_F(VideoPixels, APlayingPatternShowsItsColoursInThePaneAndTheListComesBack) 
         EXPECT_EQ(BarsOnScreen(video), all);
     }
 
-    // The wheel over the picture reaches the pane, through the picture's
-    // window and the sink's: 4 percent louder.
-    WheelUpOver(video);
+    // The wheel turned away from the user over the picture reaches the pane,
+    // through the picture's window and the sink's: 4 percent louder.
+    XPointer(video, QPoint(video->width() / 2, video->height() / 2), 4);
     EXPECT_TRUE(WaitFor([&] { return Frame().m_player.m_volume == 54; }, 3000))
         << Frame().m_player.m_volume;
 

@@ -58,7 +58,8 @@ CFrameDesktop::CFrameDesktop(CMainFrame& frame, COrvexDoc& document)
     m_nowPlaying = new QLabel(&frame);
     m_nowPlaying->setObjectName(QStringLiteral("NowPlaying"));
     m_nowPlaying->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    frame.statusBar()->addPermanentWidget(m_nowPlaying, 1);
+    // Before the lock panes, which end the bar.
+    frame.statusBar()->insertPermanentWidget(0, m_nowPlaying, 1);
     CreateMenus();
     connect(frame.GetControlsBar(), &CControlsBar::MessageHandled, this, [this] { Refresh(); });
     connect(m_sleep.get(), &CSleepTimer::Changed, this, [this] { Refresh(); });
