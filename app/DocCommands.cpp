@@ -69,8 +69,16 @@ void COrvexDoc::OnFolderLocations() {
     CFoldersFields dialog;
     dialog.m_contentsFolder = m_contentsFolder;
     dialog.m_videoFolder = m_videoFolder;
-    if (m_pDialogs->DoModal(dialog) == IDOK)
-        SetFolderLocations(dialog.m_contentsFolder, dialog.m_videoFolder);
+    dialog.m_recordingsFolder = m_desktopSettings.m_recordingsFolder;
+    if (m_pDialogs->DoModal(dialog) != IDOK)
+        return;
+    SetFolderLocations(dialog.m_contentsFolder, dialog.m_videoFolder);
+    // The recordings folder is no part of the user data file: it is kept
+    // at once in the desktop settings.
+    if (dialog.m_recordingsFolder != m_desktopSettings.m_recordingsFolder) {
+        m_desktopSettings.m_recordingsFolder = dialog.m_recordingsFolder;
+        SaveDesktopSettings();
+    }
 }
 
 void COrvexDoc::OnLavSetup() {

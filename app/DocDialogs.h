@@ -32,6 +32,8 @@ struct CNewTopicFields {
 struct CFoldersFields {
     CString m_contentsFolder;
     CString m_videoFolder;
+    // Where stream recordings go; empty for the desktop's default.
+    CString m_recordingsFolder;
 };
 
 // "Import Playlist": where a playlist item's entries go.

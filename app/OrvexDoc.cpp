@@ -51,6 +51,7 @@ BOOL COrvexDoc::OnNewDocument() {
     // Results are not examined: start-up never stops because of a data file.
     LoadContents(ContentsFilePath());
     LoadUserData(UserDataFilePath());
+    m_desktopSettings.Load(DesktopSettingsPath());
     // The radio database comes last, after the contents and the user data.
     LoadRadioDb(m_dataFolder + u"/RadioBrowse.dat");
     return TRUE;

@@ -4,6 +4,7 @@
 #pragma once
 #include <vector>
 
+#include "app/DesktopSettings.h"
 #include "app/DocDialogs.h"
 #include "app/DocView.h"
 #include "contents/Extensions.h"
@@ -214,6 +215,16 @@ public:
     // of the topic's type; those the topic holds already are left out.
     void AddMediaFiles(const CNodeArray& topicPath, MediaType type);
 
+    // Desktop features (DocDesktop.cpp, DocStationPlaylist.cpp).
+    CDesktopSettings m_desktopSettings;
+    CString DesktopSettingsPath() const;
+    // Writes the desktop settings at once; 0 when they could not be written.
+    BOOL SaveDesktopSettings();
+    CString PlayedTitlesPath() const;
+    // The first stream a station's playlist address names; 0 after a box
+    // that says why (a cancelled download says nothing).
+    BOOL ResolveStationPlaylist(const CString& url, CString& stream);
+
 private:
     void PlaceImported(const CMediaArray& items, const CString& topic, int* count);
     BOOL ReadPlaylist(BOOL pls, const CString& source, const CString& topic, int* count);
@@ -230,6 +241,12 @@ private:
     // The user stopped the last playlist download: the import ends unsaid.
     BOOL m_bPlaylistCancelled = FALSE;
 };
+
+// Whether a stream address names a playlist (.pls, .m3u; not HLS's .m3u8)
+// by the end of its path, query and fragment aside.
+BOOL IsStationPlaylistUrl(const CString& url);
+// An address or path without its query ("?...") and fragment ("#...").
+CString AddressWithoutQuery(const CString& url);
 
 // The name of the made-up topic that shows the favourites.
 extern const char16_t* const kFavoritesName;

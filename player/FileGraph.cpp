@@ -6,7 +6,10 @@
 
 BOOL CMediaPlayer::FailPlayback(const CString& text) {
     CleanPlayback();
-    MessageBoxW(m_hNotifyWnd, text, u"Orvex", MB_OK);
+    if (m_bQuietFailures)
+        m_lastFailure = text;
+    else
+        MessageBoxW(m_hNotifyWnd, text, u"Orvex", MB_OK);
     return FALSE;
 }
 

@@ -49,6 +49,12 @@ public:
     int32_t m_state = 0;
     LONGLONG m_duration = 0;
     BOOL m_bStream = FALSE;
+    // The song the stream now playing announced last; empty when none.
+    CString m_streamTitle;
+    // While set, a failed build keeps its text in m_lastFailure instead of
+    // showing it: the frame decides what the user hears (a reconnect).
+    BOOL m_bQuietFailures = FALSE;
+    CString m_lastFailure;
 
     // Filter loading and pins.
     void InitFilterPaths();
@@ -98,6 +104,23 @@ public:
     void ShowVideo(BOOL hide);
     BOOL OnGraphEvent(IPlayerFrame* pFrame);
 
+    // Streams: recording as received, media time, fading (StreamControl.cpp).
+    // Starts recording the stream into folder; name names the file of what
+    // comes before the first title. A failure's text goes to *error.
+    BOOL StartRecording(const CString& folder, const CString& name, CString* error);
+    void StopRecording();
+    BOOL IsRecording();
+    // Why the recording stopped by itself.
+    CString RecordingFailure();
+    // Media time now, in 100-nanosecond units; false when unknown.
+    BOOL GetMediaTime(LONGLONG& now);
+    // Seeks a file to a media time, within its length and never before
+    // 1 second; gives the time it went to. Running or paused.
+    BOOL SeekToTime(LONGLONG target, LONGLONG& reached);
+    // Sets the sound to a share (percent) of the volume, leaving m_volume:
+    // a fade that the next medium forgets.
+    void FadeVolume(int share);
+
 private:
     BOOL BuildVideoChain(const RECT& rect);
     BOOL BuildAudioChain(IPlayerFrame* pFrame);
@@ -113,4 +136,6 @@ private:
     void OnDvdEvent(LONG code, LONG_PTR p1, LONG_PTR p2, CStringArray& messages);
     // The words of the error that ended the graph's streams.
     CString GraphErrorText();
+    void OnStreamTitleEvent(IPlayerFrame* pFrame);
+    IStreamRecorder* Recorder();
 };

@@ -25,6 +25,8 @@ int Clamp(int v) {
 } // namespace
 
 BOOL CMediaPlayer::CleanPlayback() {
+    // The recording ends before the stream does, its files complete.
+    StopRecording();
     BOOL ok = TRUE;
     auto complain = [this, &ok](const char16_t* text) {
         if (m_hNotifyWnd)
@@ -65,6 +67,7 @@ BOOL CMediaPlayer::CleanPlayback() {
     m_duration = 0;
     m_bStream = FALSE;
     m_volume = 50;
+    m_streamTitle.Empty();
     return ok;
 }
 
@@ -284,12 +287,20 @@ BOOL CMediaPlayer::OnGraphEvent(IPlayerFrame* pFrame) {
             OnDvdEvent(code, p1, p2, dvdMessages);
             continue;
         }
-        if (code == EC_COMPLETE || code == EC_USERABORT) {
+        if (code == EC_STREAM_TITLE) {
+            OnStreamTitleEvent(pFrame);
+        } else if (code == EC_RECORDING_STOPPED) {
+            pFrame->OnRecordingStopped(RecordingFailure());
+        } else if (code == EC_COMPLETE || code == EC_USERABORT) {
             // An end forced by an error is told once playback has ended,
             // as every failure of the engine is.
             CString error = code == EC_COMPLETE && FAILED(static_cast<HRESULT>(p1))
                                 ? GraphErrorText()
                                 : CString();
+            // A stream with no length never ends by itself: it dropped.
+            if (code == EC_COMPLETE && m_bStream && m_duration == 0 &&
+                pFrame->OnStreamDropped(error))
+                break;
             pFrame->StopPlayback(TRUE);
             if (!error.IsEmpty()) {
                 CString text;

@@ -3,6 +3,7 @@
 // user's decoder settings. The main frame implements it; tools and tests
 // give their own.
 #pragma once
+#include "platform/base/CString.h"
 #include "platform/base/Rect.h"
 #include "platform/base/Window.h"
 
@@ -21,4 +22,13 @@ public:
     virtual void EndWaitCursor() = 0;
     // The user's decoder settings, kept by the document.
     virtual const CLavSetup& GetLavSetup() const = 0;
+
+    // A stream announced the song it now plays.
+    virtual void OnStreamTitle(const CString&) {}
+    // A stream of unknown length ended or broke off, with the pipeline's
+    // words when it broke. True when the frame takes it over (to connect
+    // again); false lets playback end as for any medium.
+    virtual BOOL OnStreamDropped(const CString&) { return FALSE; }
+    // The stream's recording stopped by itself; the text says why.
+    virtual void OnRecordingStopped(const CString&) {}
 };

@@ -24,6 +24,10 @@ PACKAGES=(
   ffmpeg dvdauthor
   # checks of the installed program's desktop entry and description
   desktop-file-utils appstream
+  # the window frame in the now-playing screenshot
+  twm
+  # a session bus of their own for the MPRIS tests
+  dbus-daemon
   # the search benchmark's comparison only
   libsqlite3-dev
 )

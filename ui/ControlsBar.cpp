@@ -250,6 +250,7 @@ LRESULT CControlsBar::OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam
         break;
     }
     OnUpdateCmdUI();
+    emit MessageHandled(message);
     return 0;
 }
 

@@ -47,6 +47,11 @@ public:
     BOOL m_bWheel = FALSE;
     BOOL m_bEnterKey = FALSE;
 
+signals:
+    // Every message the bar has taken in: what the engine did reaches the
+    // bar, so the desktop's controls follow it from here.
+    void MessageHandled(UINT message);
+
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 

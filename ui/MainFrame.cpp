@@ -19,6 +19,7 @@
 #include "ui/StatusIndicators.h"
 #include "ui/VideoView.h"
 #include "ui/WindowHandles.h"
+#include "ui/desktop/FrameDesktop.h"
 
 CMainFrame* GetOrvexFrame() {
     return dynamic_cast<CMainFrame*>(GetMainFrame());
@@ -58,6 +59,7 @@ CMainFrame::CMainFrame(COrvexDoc& document) : m_document(document) {
     // Command groups that live in their own files connect themselves here.
     ConnectItemDialogCommands(*this, m_document);
     ConnectDiscCommands(*this, m_document);
+    m_desktop = std::make_unique<CFrameDesktop>(*this, m_document);
 }
 
 CMainFrame::~CMainFrame() {
@@ -205,6 +207,10 @@ void CMainFrame::changeEvent(QEvent* event) {
 }
 
 void CMainFrame::closeEvent(QCloseEvent* event) {
+    if (m_desktop->KeepInTray()) {
+        event->ignore();
+        return;
+    }
     if (m_document.SaveModified())
         event->accept();
     else

@@ -14,6 +14,7 @@
 #include "player/MediaPlayer.h"
 
 class CDriveWatcher;
+class CFrameDesktop;
 class COrvexDoc;
 class COrvexSplitterView;
 class CControlsBar;
@@ -49,6 +50,9 @@ public:
     void BeginWaitCursor() override;
     void EndWaitCursor() override;
     const CLavSetup& GetLavSetup() const override;
+    void OnStreamTitle(const CString& title) override;
+    BOOL OnStreamDropped(const CString& error) override;
+    void OnRecordingStopped(const CString& reason) override;
 
     LRESULT OnWindowMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
@@ -88,6 +92,10 @@ public:
     // The menu entry of a command id, for the handlers that enable them.
     QAction* CommandAction(int id) const;
     CControlsBar* GetControlsBar() const { return m_wndControls; }
+    // The desktop's part: now playing, recording, the tray, MPRIS.
+    CFrameDesktop& Desktop() { return *m_desktop; }
+    // The CD track walk one track on (1) or back (-1).
+    void StepCdTrack(int step);
     // Drive changes go on to the document.
     CDriveWatcher& GetDriveWatcher() { return *m_driveWatcher; }
 
@@ -102,7 +110,11 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    // Plays the track of the list at index; the list stays on.
+    void PlayCdTrack(int index);
     void CreateMenus();
+    // The window at rest after playback: the bar, the title, the list.
+    void RestAfterPlayback();
     QAction* AddCommand(QMenu* menu, int id, const QString& text);
     void OnAbout();
     void OnPositionTimer();
@@ -120,6 +132,7 @@ private:
     QBasicTimer m_positionTimer;
     std::unique_ptr<CDriveWatcher> m_driveWatcher;
     std::map<int, QAction*> m_commands;
+    std::unique_ptr<CFrameDesktop> m_desktop;
 };
 
 // The main window if it is a CMainFrame, else null.

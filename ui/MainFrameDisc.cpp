@@ -11,6 +11,7 @@
 #include "ui/ListView.h"
 #include "ui/MainFrame.h"
 #include "ui/SplitterView.h"
+#include "ui/desktop/FrameDesktop.h"
 #include "ui/dialogs/DvdNavDlg.h"
 
 namespace {
@@ -32,6 +33,7 @@ BOOL CMainFrame::StartDvd(const CString& folder) {
     StartPositionTimer();
     setWindowTitle(m_mediaTitle.IsEmpty() ? QStringLiteral("ORVEX DVD") : ToQString(m_mediaTitle));
     FocusRightPane();
+    m_desktop->OnStarted(folder, folder);
     return TRUE;
 }
 
@@ -53,6 +55,7 @@ BOOL CMainFrame::StartCd(const CString& path) {
         setWindowTitle(ToQString(title));
     }
     FocusRightPane();
+    m_desktop->OnStarted(path, path);
     return TRUE;
 }
 
@@ -84,6 +87,15 @@ BOOL CMainFrame::StartCdFolder(const CString& folder) {
     return TRUE;
 }
 
+void CMainFrame::StepCdTrack(int step) {
+    if (m_player.m_state == 0 || !m_cdListActive || m_cdIndex < 0)
+        return;
+    const int target = m_cdIndex + step;
+    if (target < 0 || target >= m_cdTracks.GetSize())
+        return;
+    PlayCdTrack(target);
+}
+
 void CMainFrame::StartNextCdTrack() {
     if (m_player.m_state == 0 || !m_cdListActive || m_cdTracks.IsEmpty() || m_cdIndex == -1 ||
         m_cdIndex + 1 >= m_cdTracks.GetSize()) {
@@ -93,7 +105,11 @@ void CMainFrame::StartNextCdTrack() {
         StopPlayback(FALSE);
         return;
     }
-    ++m_cdIndex;
+    PlayCdTrack(m_cdIndex + 1);
+}
+
+void CMainFrame::PlayCdTrack(int index) {
+    m_cdIndex = index;
     // Read before the build, whose teardown of the old track puts it back
     // to 50.
     int volume = m_player.m_volume;
@@ -105,6 +121,7 @@ void CMainFrame::StartNextCdTrack() {
         title.Format(u"Orvex CD:  %s", NameOf(track));
         setWindowTitle(ToQString(title));
         FocusRightPane();
+        m_desktop->OnStarted(track, track, NameOf(track));
         return;
     }
     COrvexSplitterView* view = GetSplitterView();

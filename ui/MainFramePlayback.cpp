@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include "app/OrvexApp.h"
+#include "app/OrvexDoc.h"
 #include "platform/base/MessageBox.h"
 #include "platform/base/UserMessages.h"
 #include "platform/qt/QtGlue.h"
@@ -10,6 +11,7 @@
 #include "ui/MainFrame.h"
 #include "ui/SplitterView.h"
 #include "ui/VideoView.h"
+#include "ui/desktop/FrameDesktop.h"
 
 namespace {
 
@@ -34,7 +36,11 @@ BOOL TakeOwner(HWND hwnd, const char16_t* noWindow, const char16_t* noArea, HWND
 } // namespace
 
 BOOL CMainFrame::StartMediaFile(const CString& path) {
-    if (!m_player.PlayFileLav(path, this)) {
+    // A station given by its playlist plays the playlist's first stream.
+    CString playable = path;
+    bool resolved =
+        !IsStationPlaylistUrl(path) || m_document.ResolveStationPlaylist(path, playable);
+    if (!resolved || !m_player.PlayFileLav(playable, this)) {
         if (COrvexSplitterView* view = GetSplitterView())
             view->ReplaceView(&COrvexListView::staticMetaObject);
         FocusRightPane();
@@ -46,6 +52,7 @@ BOOL CMainFrame::StartMediaFile(const CString& path) {
     else
         setWindowTitle(ToQString(TitleFor(path, m_player.m_bStream)));
     FocusRightPane();
+    m_desktop->OnStarted(path, playable);
     return TRUE;
 }
 
@@ -87,10 +94,16 @@ BOOL CMainFrame::SetVideoWindow(BOOL hasVideo, BOOL hasAudio, HWND* hOwner, HWND
 }
 
 void CMainFrame::StopPlayback(BOOL goOn) {
-    if (m_player.m_state == 0)
+    if (m_player.m_state == 0) {
+        // A stream that dropped has no graph while it waits to connect
+        // again, and still plays as far as the user is concerned.
+        if (m_desktop && m_desktop->CancelReconnect())
+            RestAfterPlayback();
         return;
-    // A track list goes on by itself with its next track.
-    if (goOn && m_cdListActive) {
+    }
+    // A track list goes on by itself with its next track, unless the sleep
+    // timer waits for the end of this one.
+    if (goOn && m_cdListActive && !m_desktop->StopsAtEndOfItem()) {
         StartNextCdTrack();
         return;
     }
@@ -100,12 +113,30 @@ void CMainFrame::StopPlayback(BOOL goOn) {
     // A teardown that went wrong leaves the window as it is.
     if (!m_player.CleanPlayback())
         return;
+    RestAfterPlayback();
+}
+
+void CMainFrame::RestAfterPlayback() {
     StopPositionTimer();
     setWindowTitle(QStringLiteral("ORVEX"));
     m_mediaPath.Empty();
     m_mediaTitle.Empty();
     if (COrvexSplitterView* view = GetSplitterView())
         view->ReplaceView(&COrvexListView::staticMetaObject);
+    if (m_desktop)
+        m_desktop->OnStopped();
+}
+
+void CMainFrame::OnStreamTitle(const CString& title) {
+    m_desktop->OnStreamTitle(title);
+}
+
+BOOL CMainFrame::OnStreamDropped(const CString& error) {
+    return m_desktop->OnStreamDropped(error);
+}
+
+void CMainFrame::OnRecordingStopped(const CString& reason) {
+    m_desktop->OnRecordingStopped(reason);
 }
 
 void CMainFrame::TogglePause(BOOL keepFocus) {

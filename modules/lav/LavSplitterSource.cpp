@@ -1,8 +1,11 @@
 #include "modules/lav/LavSplitterSource.h"
 
+#include <gio/gio.h>
 #include <sys/stat.h>
 
+#include <algorithm>
 #include <cstring>
+#include <string>
 
 namespace {
 
@@ -30,9 +33,33 @@ bool IsUrl(const gchar* name) {
     return g_ascii_isalpha(name[0]) && stat(name, &st) != 0;
 }
 
+// Certificates that HTTPS sources trust: the same file as the program's
+// own transfers, in the start directory, when it is there.
+constexpr const char* kCertificateFile = "Curl_Local/bin/cacert.pem";
+
 void OnSourceSetup(GstElement*, GstElement* source, gpointer) {
-    if (g_object_class_find_property(G_OBJECT_GET_CLASS(source), "latency"))
+    GObjectClass* type = G_OBJECT_GET_CLASS(source);
+    if (g_object_class_find_property(type, "latency"))
         g_object_set(source, "latency", kLiveLatencyMs, nullptr);
+    // The database, not the file name: the network library behind the
+    // source takes only the former.
+    if (g_object_class_find_property(type, "tls-database") &&
+        g_file_test(kCertificateFile, G_FILE_TEST_IS_REGULAR)) {
+        gchar* path = g_canonicalize_filename(kCertificateFile, nullptr);
+        if (GTlsDatabase* database = g_tls_file_database_new(path, nullptr)) {
+            g_object_set(source, "tls-database", database, nullptr);
+            g_object_unref(database);
+        }
+        g_free(path);
+    }
+}
+
+std::string Utf8(LPCWSTR text) {
+    gchar* utf8 =
+        g_utf16_to_utf8(reinterpret_cast<const gunichar2*>(text), -1, nullptr, nullptr, nullptr);
+    std::string result = utf8 ? utf8 : "";
+    g_free(utf8);
+    return result;
 }
 
 } // namespace
@@ -41,7 +68,7 @@ IUnknown* NewLavSplitterSource() {
     return static_cast<IBaseFilter*>(new CLavSplitterSource);
 }
 
-CLavSplitterSource::CLavSplitterSource() : CLavSplitterStreams("lavsplittersource") {}
+CLavSplitterSource::CLavSplitterSource() : CLavSplitterStreams("lavsplittersource"), m_tap(m_bin) {}
 
 CLavSplitterSource::~CLavSplitterSource() {
     Unload();
@@ -50,6 +77,8 @@ CLavSplitterSource::~CLavSplitterSource() {
 HRESULT CLavSplitterSource::QueryOther(REFIID riid, void** ppv) {
     if (riid == IID_IFileSourceFilter)
         *ppv = static_cast<IFileSourceFilter*>(this);
+    else if (riid == IID_IStreamRecorder)
+        *ppv = static_cast<IStreamRecorder*>(this);
     else
         return CLavSplitterStreams::QueryOther(riid, ppv);
     AddRef();
@@ -58,6 +87,7 @@ HRESULT CLavSplitterSource::QueryOther(REFIID riid, void** ppv) {
 
 void CLavSplitterSource::Unload() {
     gst_element_set_state(m_bin, GST_STATE_NULL);
+    m_tap.Release();
     ReleaseStreams();
     if (m_loadBus) {
         gst_object_unref(m_loadBus);
@@ -95,6 +125,7 @@ HRESULT CLavSplitterSource::Load(LPCOLESTR fileName, const AM_MEDIA_TYPE*) {
     // (the graph acts on the buffering messages). A file never runs dry.
     g_object_set(m_decode, "uri", uri, "use-buffering", !g_str_has_prefix(uri, "file:"), nullptr);
     g_signal_connect(m_decode, "source-setup", G_CALLBACK(OnSourceSetup), nullptr);
+    m_tap.Watch(m_decode);
     g_free(uri);
     gst_bin_add(GST_BIN(m_bin), m_decode);
 
@@ -150,4 +181,36 @@ HRESULT CLavSplitterSource::Load(LPCOLESTR fileName, const AM_MEDIA_TYPE*) {
         return hr;
     }
     return Pins().empty() ? VFW_E_UNKNOWN_FILE_TYPE : S_OK;
+}
+
+HRESULT CLavSplitterSource::StartRecording(LPCWSTR folder, LPCWSTR name) {
+    if (!folder || !name)
+        return E_POINTER;
+    int result = m_tap.Start(Utf8(folder), Utf8(name));
+    if (result < 0)
+        return VFW_E_NOT_CONNECTED;
+    return result == 0 ? S_OK : HRESULT_FROM_WIN32(static_cast<DWORD>(result));
+}
+
+HRESULT CLavSplitterSource::StopRecording() {
+    m_tap.Stop();
+    return S_OK;
+}
+
+HRESULT CLavSplitterSource::IsRecording() {
+    return m_tap.Recording() ? S_OK : S_FALSE;
+}
+
+HRESULT CLavSplitterSource::GetRecordingFailure(char16_t* text, ULONG size) {
+    if (!text || size == 0)
+        return E_POINTER;
+    std::string failure = m_tap.Failure();
+    glong length = 0;
+    gunichar2* wide = g_utf8_to_utf16(failure.c_str(), -1, nullptr, &length, nullptr);
+    ULONG n = wide ? std::min<ULONG>(static_cast<ULONG>(length), size - 1) : 0;
+    if (n)
+        memcpy(text, wide, n * sizeof(char16_t));
+    text[n] = 0;
+    g_free(wide);
+    return S_OK;
 }

@@ -3,8 +3,11 @@
 // connected.
 #pragma once
 #include "modules/lav/LavSplitterStreams.h"
+#include "modules/lav/StreamTap.h"
 
-class CLavSplitterSource : public CLavSplitterStreams, public IFileSourceFilter {
+class CLavSplitterSource : public CLavSplitterStreams,
+                           public IFileSourceFilter,
+                           public IStreamRecorder {
 public:
     CLavSplitterSource();
     ~CLavSplitterSource() override;
@@ -17,6 +20,12 @@ public:
 
     HRESULT Load(LPCOLESTR fileName, const AM_MEDIA_TYPE* mt) override;
 
+    // IStreamRecorder
+    HRESULT StartRecording(LPCWSTR folder, LPCWSTR name) override;
+    HRESULT StopRecording() override;
+    HRESULT IsRecording() override;
+    HRESULT GetRecordingFailure(char16_t* text, ULONG size) override;
+
 protected:
     HRESULT QueryOther(REFIID riid, void** ppv) override;
     void OnAllStreamsFound() override;
@@ -26,6 +35,7 @@ private:
 
     GstElement* m_decode = nullptr;
     GstBus* m_loadBus = nullptr;
+    CStreamTap m_tap;
 };
 
 IUnknown* NewLavSplitterSource();

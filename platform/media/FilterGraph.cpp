@@ -81,6 +81,8 @@ HRESULT CFilterGraph::QueryInterface(REFIID riid, void** ppv) {
         *ppv = static_cast<IVideoWindow*>(this);
     else if (riid == IID_IGraphErrorText)
         *ppv = static_cast<IGraphErrorText*>(this);
+    else if (riid == IID_IGraphStreamTitle)
+        *ppv = static_cast<IGraphStreamTitle*>(this);
     else {
         *ppv = nullptr;
         return E_NOINTERFACE;

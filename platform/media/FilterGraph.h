@@ -14,7 +14,8 @@ class CFilterGraph final : public IGraphBuilder,
                            public IBasicAudio,
                            public IBasicVideo,
                            public IVideoWindow,
-                           public IGraphErrorText {
+                           public IGraphErrorText,
+                           public IGraphStreamTitle {
 public:
     CFilterGraph();
     ~CFilterGraph();
@@ -71,6 +72,9 @@ public:
     // IGraphErrorText
     HRESULT GetErrorText(CString* text) override;
 
+    // IGraphStreamTitle
+    HRESULT GetStreamTitle(CString* text) override;
+
 private:
     struct FilterEntry {
         IBaseFilter* filter;
@@ -88,6 +92,7 @@ private:
     void QueueEvent(LONG code, LONG_PTR param1, LONG_PTR param2);
     void OnError(GstMessage* message);
     void OnBuffering(GstMessage* message);
+    void OnTags(GstMessage* message);
     // Has a pool thread of the pipeline library run work that changes the
     // pipeline, which the threads that post messages must never do.
     void CallAsync(void (*work)(CFilterGraph* graph));
@@ -142,6 +147,9 @@ private:
     bool m_complete = false;
     LONG m_completeCode = 0;
     std::string m_errorText;
+    // The last title the renderers heard, and how many came so far.
+    std::string m_streamTitle;
+    LONG_PTR m_titleCount = 0;
     int m_asyncCalls = 0;
     bool m_closing = false;
     HWND m_notify = nullptr;

@@ -62,16 +62,14 @@ void CFilterGraph::HandleBusMessage(GstMessage* message) {
             }
         });
         break;
-    case GST_MESSAGE_ELEMENT:
-        if (const GstStructure* s = gst_message_get_structure(message);
-            s && gst_structure_has_name(s, kGraphEventMessage)) {
-            // A filter's own event, such as where a DVD stands.
-            gint code = 0;
-            gint64 param1 = 0, param2 = 0;
-            gst_structure_get_int(s, "code", &code);
-            gst_structure_get_int64(s, "param1", &param1);
-            gst_structure_get_int64(s, "param2", &param2);
-            QueueEvent(code, static_cast<LONG_PTR>(param1), static_cast<LONG_PTR>(param2));
+    case GST_MESSAGE_TAG:
+        OnTags(message);
+        break;
+    case GST_MESSAGE_ELEMENT: {
+        LONG code = 0;
+        LONG_PTR param1 = 0, param2 = 0;
+        if (ParseGraphNotice(message, &code, &param1, &param2)) {
+            QueueEvent(code, param1, param2);
         } else if (gst_is_video_overlay_prepare_window_handle_message(message)) {
             std::lock_guard<std::recursive_mutex> lock(m_videoLock);
             if (m_overlay)
@@ -86,6 +84,7 @@ void CFilterGraph::HandleBusMessage(GstMessage* message) {
             }
         }
         break;
+    }
     default:
         break;
     }
@@ -126,6 +125,41 @@ void CFilterGraph::OnBuffering(GstMessage* message) {
         m_buffering = buffering;
     }
     CallAsync(FollowTarget);
+}
+
+// A new title of the stream counts once the renderers have it: what the
+// user hears, not what the network has brought ahead of it. Each sink tells
+// of the same tags, so only a title that differs from the last is news.
+void CFilterGraph::OnTags(GstMessage* message) {
+    GstObject* source = GST_MESSAGE_SRC(message);
+    if (!GST_IS_ELEMENT(source) || !GST_OBJECT_FLAG_IS_SET(source, GST_ELEMENT_FLAG_SINK))
+        return;
+    GstTagList* tags = nullptr;
+    gst_message_parse_tag(message, &tags);
+    std::string title = StreamTitleOfTags(tags);
+    if (tags)
+        gst_tag_list_unref(tags);
+    if (title.empty())
+        return;
+    LONG_PTR count;
+    {
+        std::lock_guard<std::mutex> lock(m_eventLock);
+        if (title == m_streamTitle)
+            return;
+        m_streamTitle = title;
+        count = ++m_titleCount;
+    }
+    QueueEvent(EC_STREAM_TITLE, count, 0);
+}
+
+HRESULT CFilterGraph::GetStreamTitle(CString* text) {
+    if (!text)
+        return E_POINTER;
+    std::lock_guard<std::mutex> lock(m_eventLock);
+    if (m_streamTitle.empty())
+        return E_FAIL;
+    *text = CString(m_streamTitle);
+    return S_OK;
 }
 
 void CFilterGraph::CallAsync(void (*work)(CFilterGraph* graph)) {

@@ -55,6 +55,18 @@ AM_MEDIA_TYPE* NewMediaType(const GstCaps* caps, REFGUID major);
 // The caps a media type record carries in its format block, or null.
 GstCaps* CapsOfMediaType(const AM_MEDIA_TYPE* mt);
 
+// A filter tells the graph of an event of its own (EC_...) by posting this
+// from its bin; the graph queues it like its own events. Any thread.
+void NotifyGraph(GstElement* filterBin, LONG code, LONG_PTR param1, LONG_PTR param2);
+// Whether a bus message is such a notice, and what it carries.
+bool ParseGraphNotice(GstMessage* message, LONG* code, LONG_PTR* param1, LONG_PTR* param2);
+
+// The song a stream's tags name: the title, with the artist in front when
+// the tags give one apart ("Artist - Title"). Empty when there is no title.
+// Never longer than kMaxStreamTitleBytes (a server's text is not trusted).
+constexpr size_t kMaxStreamTitleBytes = 1024;
+std::string StreamTitleOfTags(const GstTagList* tags);
+
 class CGstFilter;
 
 class CGstPin : public IPin, public IGstPin {

@@ -30,6 +30,8 @@ extern const IID IID_ILAVFSettings;
 extern const IID IID_ILAVVideoSettings;
 extern const IID IID_ILAVAudioSettings;
 extern const IID IID_IGraphErrorText;
+extern const IID IID_IGraphStreamTitle;
+extern const IID IID_IStreamRecorder;
 
 // Media types.
 extern const GUID GUID_NULL;

@@ -102,6 +102,15 @@ constexpr LONG EC_COMPLETE = 0x01;
 constexpr LONG EC_USERABORT = 0x02;
 constexpr LONG EC_ERRORABORT = 0x03;
 
+// Events of the program's own, in the range above the pipeline's.
+constexpr LONG EC_USER = 0x8000;
+// A stream announced a new title, the song now playing; param1 counts the
+// titles. IGraphStreamTitle gives the text.
+constexpr LONG EC_STREAM_TITLE = EC_USER + 1;
+// A filter's recording of its stream stopped by itself (a full disc, a
+// write error); the filter's IStreamRecorder says why.
+constexpr LONG EC_RECORDING_STOPPED = EC_USER + 2;
+
 class IMediaEventEx : public IUnknown {
 public:
     // Takes the oldest queued event; E_ABORT when none comes within timeoutMs.
@@ -119,6 +128,32 @@ class IGraphErrorText : public IUnknown {
 public:
     // E_FAIL when no error has ended the streams since the graph last ran.
     virtual HRESULT GetErrorText(CString* text) = 0;
+};
+
+// The title the stream now playing announced last (its current song), as
+// the renderers have heard it.
+class IGraphStreamTitle : public IUnknown {
+public:
+    // E_FAIL when the streams have announced no title since the graph was made.
+    virtual HRESULT GetStreamTitle(CString* text) = 0;
+};
+
+// Recording of a stream as it is received, before any decoder: the bytes
+// are written unchanged, one file per title the stream announces. Offered
+// by a source filter that receives a stream over the network.
+class IStreamRecorder : public IUnknown {
+public:
+    // Starts writing into folder, made when missing; name (UTF-16, zero
+    // ended) names the file of what comes before the stream's first title.
+    // VFW_E_NOT_CONNECTED when the source has no stream to record;
+    // HRESULT_FROM_WIN32 of the system's error when the folder can't be made.
+    virtual HRESULT StartRecording(LPCWSTR folder, LPCWSTR name) = 0;
+    virtual HRESULT StopRecording() = 0;
+    // S_OK while recording, S_FALSE when not.
+    virtual HRESULT IsRecording() = 0;
+    // Why the recording stopped by itself (the file and the system's words),
+    // copied into text, at most size-1 units; empty when it did not.
+    virtual HRESULT GetRecordingFailure(char16_t* text, ULONG size) = 0;
 };
 
 constexpr DWORD AM_SEEKING_CanSeekAbsolute = 0x1;

@@ -6,6 +6,7 @@
 
 #include <chrono>
 #include <cstdlib>
+#include <filesystem>
 #include <map>
 #include <string>
 #include <thread>
@@ -128,6 +129,41 @@ public:
         return Make("cbr.mp3", "audiotestsrc num-buffers=450 samplesperbuffer=4410 ! "
                                "audio/x-raw,rate=22050,channels=1 ! audioconvert ! "
                                "lamemp3enc target=bitrate bitrate=32 cbr=true");
+    }
+    // Constant-bitrate MP3 as stations send it: 128 kbit/s, 44.1 kHz
+    // stereo, 3.5 s.
+    const std::string& Mp3Radio() {
+        return Make("radio.mp3", "audiotestsrc num-buffers=150 samplesperbuffer=1024 ! "
+                                 "audio/x-raw,rate=44100,channels=2 ! audioconvert ! "
+                                 "lamemp3enc target=bitrate bitrate=128 cbr=true");
+    }
+    // AAC in ADTS frames, 2 s, as stations send AAC.
+    const std::string& Aac() {
+        return Make("radio.aac", "audiotestsrc num-buffers=86 samplesperbuffer=1024 ! "
+                                 "audio/x-raw,rate=44100,channels=2 ! audioconvert ! avenc_aac ! "
+                                 "aacparse ! audio/mpeg,stream-format=adts");
+    }
+    // Opus in Ogg, 2 s.
+    const std::string& Opus() {
+        return Make("radio.opus", "audiotestsrc num-buffers=86 samplesperbuffer=1024 ! "
+                                  "audio/x-raw,rate=48000,channels=2 ! audioconvert ! opusenc ! "
+                                  "oggmux");
+    }
+    // An HLS stream: a playlist and three one-second MPEG-TS fragments of
+    // H.264 and AAC, in the folder "hls".
+    const std::string& HlsFolder() {
+        auto [it, fresh] = m_made.emplace("hls", m_dir / "hls");
+        if (fresh) {
+            std::filesystem::create_directories(it->second);
+            EXPECT_TRUE(EncodeMedia(
+                "videotestsrc num-buffers=75 ! video/x-raw,width=160,height=120,framerate=25/1 ! "
+                "x264enc speed-preset=ultrafast key-int-max=25 ! h264parse ! mpegtsmux name=m ! "
+                "hlssink target-duration=1 max-files=0 playlist-length=0 location=" +
+                it->second + "/segment%05d.ts playlist-location=" + it->second +
+                "/playlist.m3u8 audiotestsrc num-buffers=129 samplesperbuffer=1024 ! "
+                "audio/x-raw,rate=44100,channels=2 ! audioconvert ! avenc_aac ! aacparse ! m."));
+        }
+        return it->second;
     }
     // Bytes that are no medium.
     const std::string& Corrupt() {

@@ -1,5 +1,8 @@
 // Streams given by URL take the same road as files, through the splitter
 // source, from servers on this machine.
+#include <algorithm>
+#include <filesystem>
+
 #include "tests/player/PlayerTestSupport.h"
 #include "tests/support/TestHttpServer.h"
 #include "tests/support/TestRtspServer.h"
@@ -81,4 +84,33 @@ TEST_F(PlayerTest, RtspStreamsRunWithinTheStateWait) {
         EXPECT_FALSE(m_player->GetPosition(perMille, seconds));
         EXPECT_TRUE(PollFor(5000, [&] { return PositionSeconds() > 0.5; })) << scheme;
     }
+}
+
+TEST_F(PlayerTest, EveryKindOfStationPlays) {
+    TestHttpServer server;
+    Serve(server, "radio.aac", Media().Aac());
+    Serve(server, "radio.opus", Media().Opus());
+    Serve(server, "radio.mp3", Media().Mp3Radio());
+    for (const auto& entry : std::filesystem::directory_iterator(Media().HlsFolder()))
+        Serve(server, "hls/" + entry.path().filename().string(), entry.path().string());
+    // An address that moved to HTTPS: the start directory's certificates,
+    // which trust this server's, are the pipeline's too.
+    TempDir start;
+    server.StageCertificates(start.Path());
+    ScopedCurrentDir inStart(start.Path());
+    server.Redirect("/moved.mp3", server.HttpsUrl("/radio.mp3"));
+
+    for (const char* path : {"/radio.aac", "/radio.opus", "/moved.mp3", "/hls/playlist.m3u8"}) {
+        ASSERT_TRUE(Play(server.Url(path))) << path << ": " << FirstBox();
+        EXPECT_NE(nullptr, m_player->m_pBasicAudio) << path;
+        EXPECT_TRUE(PollFor(5000, [&] { return PositionSeconds() > 0.5; })) << path;
+        m_player->CleanPlayback();
+    }
+    EXPECT_EQ(1, server.RequestCount("/moved.mp3"));
+    const std::vector<TestHttpRequest> requests = server.Requests();
+    EXPECT_TRUE(std::any_of(requests.begin(), requests.end(), [](const TestHttpRequest& r) {
+        return r.path == "/radio.mp3" && r.tls;
+    }));
+    EXPECT_GE(server.RequestCount("/hls/segment00001.ts"), 1);
+    EXPECT_TRUE(m_boxes.Texts().empty()) << FirstBox();
 }

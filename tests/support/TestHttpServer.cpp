@@ -415,6 +415,12 @@ bool TestHttpServer::SendResponse(Connection& connection, const TestHttpRequest&
             piece = std::min(piece, response.cutAfter - sent);
         if (piece == 0)
             return false; // the cut: the connection closes with the body unfinished
+        if (response.holdAt != TestHttpResponse::kWhole && response.release) {
+            if (offset < response.holdAt)
+                piece = std::min(piece, response.holdAt - offset);
+            else if (offset == response.holdAt && !Released(response))
+                return false;
+        }
         if (!firstChunk && response.chunkDelayMs > 0) {
             std::unique_lock<std::mutex> lock(m_lock);
             m_stopRequested.wait_for(lock, std::chrono::milliseconds(response.chunkDelayMs),
@@ -427,6 +433,17 @@ bool TestHttpServer::SendResponse(Connection& connection, const TestHttpRequest&
         sent += piece;
     }
     return true;
+}
+
+bool TestHttpServer::Released(const TestHttpResponse& response) {
+    while (!m_stopping) {
+        if (response.release())
+            return true;
+        std::unique_lock<std::mutex> lock(m_lock);
+        m_stopRequested.wait_for(lock, std::chrono::milliseconds(10),
+                                 [this] { return m_stopping.load(); });
+    }
+    return false;
 }
 
 void TestHttpServer::Route(const std::string& target, const std::string& body, int status,
@@ -507,4 +524,68 @@ bool TestHttpServer::WaitForRequest(const std::string& path, int timeoutMs) cons
         return std::any_of(m_requests.begin(), m_requests.end(),
                            [&](const TestHttpRequest& r) { return r.path == path; });
     });
+}
+
+namespace {
+
+std::string IcyBlock(const std::string& title) {
+    if (title.empty())
+        return std::string(1, '\0');
+    std::string text = "StreamTitle='" + title + "';";
+    size_t units = (text.size() + 15) / 16;
+    text.resize(units * 16, '\0');
+    return static_cast<char>(units) + text;
+}
+
+// The body with a metadata block after every metaint bytes of audio; the
+// place of each song's announcement goes to blockOffsets.
+std::string IcyBody(size_t metaint, const std::vector<TestIcySong>& songs,
+                    std::vector<size_t>* blockOffsets) {
+    std::string audio;
+    std::vector<size_t> starts;
+    for (const TestIcySong& song : songs) {
+        starts.push_back(audio.size());
+        audio += song.bytes;
+    }
+    std::string body;
+    blockOffsets->assign(songs.size(), 0);
+    for (size_t position = 0; position < audio.size(); position += metaint) {
+        body += audio.substr(position, metaint);
+        if (position + metaint >= audio.size())
+            break;
+        std::string title;
+        for (size_t i = 0; i < songs.size(); ++i) {
+            if (starts[i] == position + metaint) {
+                title = songs[i].title;
+                (*blockOffsets)[i] = body.size();
+            }
+        }
+        body += IcyBlock(title);
+    }
+    return body;
+}
+
+} // namespace
+
+size_t IcyBlockOffset(size_t metaint, const std::vector<TestIcySong>& songs, size_t song) {
+    std::vector<size_t> offsets;
+    IcyBody(metaint, songs, &offsets);
+    return song < offsets.size() ? offsets[song] : 0;
+}
+
+TestHttpResponse IcyResponse(const TestHttpRequest& request, size_t metaint,
+                             const std::vector<TestIcySong>& songs) {
+    TestHttpResponse response;
+    response.contentType = "audio/mpeg";
+    response.contentLength = false;
+    response.headers.emplace_back("icy-name", "Loopback Radio");
+    if (request.Header("icy-metadata") != "1" || metaint == 0) {
+        for (const TestIcySong& song : songs)
+            response.body += song.bytes;
+        return response;
+    }
+    response.headers.emplace_back("icy-metaint", std::to_string(metaint));
+    std::vector<size_t> offsets;
+    response.body = IcyBody(metaint, songs, &offsets);
+    return response;
 }

@@ -12,6 +12,8 @@
 //                                                   // 1000 bytes, then drops the connection
 //   server.Handle("/x", [](const TestHttpRequest& r) { TestHttpResponse s; ...; return s; });
 //   server.Route("/r", TestHttpResponse{...});      // full control (headers, endless, ...)
+//   server.Handle("/radio", [&](const TestHttpRequest& r) {   // an ICY radio stream
+//       return IcyResponse(r, 8192, {{"", leadIn}, {"Song One", one}, {"Song Two", two}}); });
 //
 //   server.Url("/a.txt")       "http://127.0.0.1:PORT/a.txt"
 //   server.HttpsUrl("/a.txt")  "https://127.0.0.1:PORT/a.txt"
@@ -64,12 +66,32 @@ struct TestHttpResponse {
     std::string contentType = "application/octet-stream";
     std::vector<std::pair<std::string, std::string>> headers; // added as given
     size_t chunkBytes = 0;                                    // 0: the body in one piece
-    int chunkDelayMs = 0;      // pause before every chunk after the first
-    size_t cutAfter = kWhole;  // drop the connection after this many body bytes
-    bool contentLength = true; // false: the body ends when the connection closes
-    bool endless = false;      // repeat the body until the client or server stops
-                               // (implies no Content-Length)
+    int chunkDelayMs = 0;          // pause before every chunk after the first
+    size_t cutAfter = kWhole;      // drop the connection after this many body bytes
+    bool contentLength = true;     // false: the body ends when the connection closes
+    bool endless = false;          // repeat the body until the client or server stops
+                                   // (implies no Content-Length)
+    size_t holdAt = kWhole;        // before this body byte goes out, wait until release()
+    std::function<bool()> release; // gives true (polled; the server's stop ends it too)
 };
+
+// One song of an ICY stream: its title (empty: none announced) and bytes.
+struct TestIcySong {
+    std::string title;
+    std::string bytes;
+};
+
+// An ICY (Shoutcast) radio stream: no length, "icy-metaint" and the
+// station's name in the headers. When the request asks for metadata
+// ("Icy-MetaData: 1"), a metadata block follows every metaint bytes of
+// audio, and each titled song is announced in the block just before its
+// first byte; so every song but the last must be a multiple of metaint
+// long. Without the ask the audio comes plain.
+TestHttpResponse IcyResponse(const TestHttpRequest& request, size_t metaint,
+                             const std::vector<TestIcySong>& songs);
+// Where a song's announcement starts in the body IcyResponse makes with
+// metadata: for TestHttpResponse::holdAt.
+size_t IcyBlockOffset(size_t metaint, const std::vector<TestIcySong>& songs, size_t song);
 
 using TestHttpHandler = std::function<TestHttpResponse(const TestHttpRequest&)>;
 
@@ -113,6 +135,8 @@ private:
     bool SendResponse(Connection& connection, const TestHttpRequest& request,
                       const TestHttpResponse& response);
     void Record(const TestHttpRequest& request);
+    // Waits for a held response's release; false when the server stops.
+    bool Released(const TestHttpResponse& response);
 
     std::unique_ptr<Tls> m_tls;
     std::string m_certificatePem;

@@ -15,6 +15,7 @@
 #include "ui/ListView.h"
 #include "ui/SplitterView.h"
 #include "ui/VideoView.h"
+#include "ui/desktop/FrameDesktop.h"
 #include "ui/dialogs/DvdNavDlg.h"
 
 namespace {
@@ -121,6 +122,19 @@ TEST_F(DiscFrameTest, ATrackChosenInTheListPlaysOnToTheDiscsEnd) {
     EXPECT_EQ(Frame().m_cdIndex, 1);
     EXPECT_TRUE(Frame().m_cdListActive);
     EXPECT_EQ(Frame().windowTitle(), QStringLiteral("Orvex CD: Track02.cda"));
+    // The media keys' Previous and Next walk the list, no further than its ends.
+    CFrameDesktop& desktop = Frame().Desktop();
+    EXPECT_FALSE(desktop.PlaybackState().canGoNext);
+    ASSERT_TRUE(desktop.PlaybackState().canGoPrevious);
+    desktop.Previous();
+    EXPECT_EQ(Frame().m_cdIndex, 0);
+    EXPECT_EQ(Frame().windowTitle(), QStringLiteral("Orvex CD:  Track01.cda"));
+    EXPECT_EQ(desktop.PlaybackState().Title(), QStringLiteral("Track01.cda"));
+    desktop.Previous();
+    EXPECT_EQ(Frame().m_cdIndex, 0);
+    desktop.Next();
+    EXPECT_EQ(Frame().m_cdIndex, 1);
+    EXPECT_TRUE(Frame().m_cdListActive);
     // The last track ends everything.
     EXPECT_TRUE(WaitFor([&] { return Engine().m_state == 0; }, 5000));
     EXPECT_EQ(Frame().windowTitle(), QStringLiteral("ORVEX"));

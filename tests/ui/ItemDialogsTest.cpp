@@ -195,6 +195,7 @@ TEST(FoldersDlg, OnlyTheFolderPickersFillTheFields) {
     pickers.Answer(u"/home/u/Library");
     pickers.Answer(u"<cancel>");
     pickers.Answer(u"");
+    pickers.Answer(u"/home/u/Recordings");
     CFoldersDlg dlg;
     dlg.m_videoFolder = u"/v";
     EXPECT_EQ(RunModal(dlg,
@@ -208,12 +209,16 @@ TEST(FoldersDlg, OnlyTheFolderPickersFillTheFields) {
                            Click(&dlg, 1088); // cancelled
                            Click(&dlg, 1088); // an empty answer
                            EXPECT_EQ(Text(&dlg, 1086), QStringLiteral("/v"));
+                           EXPECT_TRUE(Text(&dlg, 1090).isEmpty());
+                           Click(&dlg, 1091);
+                           EXPECT_EQ(Text(&dlg, 1090), QStringLiteral("/home/u/Recordings"));
                            Click(&dlg, IDOK);
                        }),
               IDOK);
     EXPECT_EQ(dlg.m_contentsFolder, CString(u"/home/u/Library"));
     EXPECT_EQ(dlg.m_videoFolder, CString(u"/v"));
-    ASSERT_EQ(pickers.m_folders.size(), 3u);
+    EXPECT_EQ(dlg.m_recordingsFolder, CString(u"/home/u/Recordings"));
+    ASSERT_EQ(pickers.m_folders.size(), 4u);
     EXPECT_EQ(pickers.m_folders[0].prompt,
               CString(u"Pick a folder used for Contents file storage:"));
     EXPECT_EQ(pickers.m_folders[1].prompt, CString(u"Pick a folder used for Video file storage:"));

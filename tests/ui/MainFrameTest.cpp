@@ -43,7 +43,7 @@ TEST(MainFrame, MenuBarCarriesEveryCommandInItsMenu) {
     QStringList menus;
     for (QAction* a : frame.menuBar()->actions())
         menus << a->text().remove(QLatin1Char('&'));
-    EXPECT_EQ(menus, (QStringList{"File", "View", "Setup", "Tools", "CD-DVD", "Help"}));
+    EXPECT_EQ(menus, (QStringList{"File", "View", "Playback", "Setup", "Tools", "CD-DVD", "Help"}));
 
     struct Entry {
         int id;

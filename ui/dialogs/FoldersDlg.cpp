@@ -9,6 +9,7 @@
 
 #include "platform/base/FileDialog.h"
 #include "platform/qt/QtGlue.h"
+#include "ui/desktop/FrameDesktop.h"
 
 CFoldersDlg::CFoldersDlg(QWidget* parent) : COrvexDialog(parent, QStringLiteral("CFoldersDlg")) {
     setWindowTitle(QStringLiteral("Set Folder Paths"));
@@ -34,6 +35,17 @@ CFoldersDlg::CFoldersDlg(QWidget* parent) : COrvexDialog(parent, QStringLiteral(
     grid->addWidget(new QLabel(QStringLiteral("Contents Files Folder:"), this), 2, 0, 1, 2);
     grid->addWidget(m_contentsEdit, 3, 0);
     grid->addWidget(browseContents, 3, 1);
+    // Where Record puts a stream's songs; empty stands for the default.
+    m_recordingsEdit = new QLineEdit(this);
+    SetControlId(m_recordingsEdit, 1090);
+    m_recordingsEdit->setReadOnly(true);
+    m_recordingsEdit->setPlaceholderText(ToQString(CFrameDesktop::DefaultRecordingsFolder()));
+    QPushButton* browseRecordings = MakeButton(this, 1091, QStringLiteral("Browse"));
+    connect(browseRecordings, &QPushButton::clicked, this,
+            [this] { Browse(u"Pick a folder for stream recordings:", m_recordingsFolder); });
+    grid->addWidget(new QLabel(QStringLiteral("Stream Recordings Folder:"), this), 4, 0, 1, 2);
+    grid->addWidget(m_recordingsEdit, 5, 0);
+    grid->addWidget(browseRecordings, 5, 1);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(new QLabel(QStringLiteral("Set initial directories used when browsing for\n"
                                                 "Video Files and Contents Files."),
@@ -49,6 +61,7 @@ void CFoldersDlg::OnInitDialog() {
 void CFoldersDlg::FillControls() {
     m_videoEdit->setText(ToQString(m_videoFolder));
     m_contentsEdit->setText(ToQString(m_contentsFolder));
+    m_recordingsEdit->setText(ToQString(m_recordingsFolder));
 }
 
 void CFoldersDlg::Browse(const char16_t* prompt, CString& field) {

@@ -20,4 +20,5 @@ private:
 
     QLineEdit* m_videoEdit;
     QLineEdit* m_contentsEdit;
+    QLineEdit* m_recordingsEdit;
 };
