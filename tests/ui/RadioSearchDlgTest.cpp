@@ -348,9 +348,9 @@ TEST_F(RadioSearchDlgTest, NumberBoxesTagListAndHelp) {
 TEST_F(RadioSearchDlgTest, ImportedResultsBecomeATopicWhoseStationsPlay) {
     // The stations stream from the local server, and sound goes nowhere.
     SetGraphAudioSink("fakesink sync=true");
-    w.server.Route("/station.ogg", TempDir::Read(TestMedia::Get().Audio()));
+    w.server.Route("/station.mp3", TempDir::Read(TestMedia::Get().Mp3Radio()));
     for (int i = 0; i < w.doc->m_radioDb.m_stations.GetSize(); ++i)
-        w.doc->m_radioDb.m_stations[i].m_url = CString(w.server.Url("/station.ogg"));
+        w.doc->m_radioDb.m_stations[i].m_url = CString(w.server.Url("/station.mp3"));
     QStringList shown;
     Run([&](CRbSearchDlg* dlg) {
         Paste(dlg, TOPIC, QStringLiteral("Radio Ñandú"));
@@ -388,7 +388,7 @@ TEST_F(RadioSearchDlgTest, ImportedResultsBecomeATopicWhoseStationsPlay) {
     QTest::mouseDClick(list->viewport(), Qt::LeftButton, {}, row);
     EXPECT_TRUE(QTest::qWaitFor([&] { return w.frame->m_player.m_state == 2; }, 20000))
         << (w.Boxes().Texts().empty() ? std::string() : w.Boxes().Texts().back().ToUtf8());
-    EXPECT_GE(w.server.RequestCount("/station.ogg"), 1);
+    EXPECT_GE(w.server.RequestCount("/station.mp3"), 1);
     w.frame->StopPlayback(FALSE);
     SetGraphAudioSink("");
 }
