@@ -9,6 +9,12 @@ const bool kEnvironmentSet = [] {
     setenv("QT_QPA_PLATFORM", "offscreen", 0);
     setenv("ORVEX_STAGE_DIR", ORVEX_TEST_STAGE_DIR, 0);
     setenv("ORVEX_SOURCE_DIR", ORVEX_TEST_SOURCE_DIR, 0);
+#ifndef ORVEX_TEST_OWN_BUS
+    // A window made by a test would otherwise announce itself on the
+    // desktop's session bus, to the user's media keys and sound menu. Only
+    // programs run under a bus of their own use one.
+    setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent/orvex-test-bus", 1);
+#endif
     return true;
 }();
 
