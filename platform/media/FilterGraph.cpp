@@ -332,7 +332,8 @@ HRESULT CFilterGraph::GetState(LONG timeoutMs, OAFilterState* state) {
     };
     if (wanted(state))
         return S_OK;
-    gint64 deadline = g_get_monotonic_time() + static_cast<gint64>(timeoutMs) * 1000;
+    gint64 deadline =
+        g_get_monotonic_time() + static_cast<gint64>(timeoutMs) * 1000 * GraphStateWaitScale();
     GstState current = GST_STATE_NULL, pending = GST_STATE_VOID_PENDING;
     GstStateChangeReturn ret;
     for (;;) {

@@ -25,6 +25,14 @@ std::string FromEnv(const char* name) {
 
 } // namespace
 
+int GraphStateWaitScale() {
+    static const int scale = [] {
+        const int value = std::atoi(FromEnv("ORVEX_STATE_WAIT_SCALE").c_str());
+        return value >= 1 && value <= 20 ? value : 1;
+    }();
+    return scale;
+}
+
 void SetGraphAudioSink(const std::string& description) {
     std::lock_guard<std::mutex> lock(TheSettings().lock);
     TheSettings().audio = description;

@@ -17,6 +17,13 @@ void SetGraphVideoSink(const std::string& description);
 std::string GraphAudioSink();
 std::string GraphVideoSink();
 
+// How many times longer than asked a wait for a state change lasts:
+// ORVEX_STATE_WAIT_SCALE when set to a number from 1 to 20, else 1. The
+// program always waits as asked; test programs, which run two at a time and
+// under the sanitizers on small machines, set it so that a start that is
+// merely slow there is not taken for a failed one.
+int GraphStateWaitScale();
+
 // Gives the native window id behind a handle, or 0 when it has none.
 using NativeWindowResolver = std::function<uintptr_t(HWND)>;
 void SetNativeWindowResolver(NativeWindowResolver resolver);
