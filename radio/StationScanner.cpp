@@ -1,5 +1,6 @@
 #include "radio/StationScanner.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "platform/base/UserMessages.h"
@@ -48,6 +49,19 @@ bool IsPlaylistUrl(const CString& url) {
     if (url.Find(CString(u".m3u8"), start) >= 0)
         return false;
     return url.Find(CString(u".pls"), start) >= 0 || url.Find(CString(u".m3u"), start) >= 0;
+}
+
+// The key as the scanner gathers it, one byte a character; no copy made,
+// since it runs for every value of the directory.
+StationField FieldOfKeyBytes(const std::string& key) {
+    for (const KnownKey& known : kKnownKeys) {
+        if (known.key.size() == key.size() &&
+            std::equal(key.begin(), key.end(), known.key.begin(), [](char byte, char16_t ch) {
+                return static_cast<unsigned char>(byte) == ch;
+            }))
+            return known.field;
+    }
+    return StationField::none;
 }
 
 } // namespace
@@ -123,12 +137,8 @@ void CStationScanner::OpenValue() {
     m_value.clear();
     m_inValue = true;
     m_valueField = StationField::none;
-    if (!m_keyOverflow) {
-        std::u16string key(m_key.begin(), m_key.end());
-        for (char16_t& ch : key)
-            ch = static_cast<char16_t>(static_cast<unsigned char>(ch));
-        m_valueField = StationFieldFromKey(key);
-    }
+    if (!m_keyOverflow)
+        m_valueField = FieldOfKeyBytes(m_key);
 }
 
 void CStationScanner::CloseValue() {
