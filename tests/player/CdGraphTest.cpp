@@ -27,7 +27,7 @@ TEST_F(CdGraphTest, EachTrackPlaysWithItsOwnLengthToItsEnd) {
         EXPECT_EQ(m_player->m_state, 2);
         EXPECT_EQ(m_player->m_volume, 80);
         EXPECT_EQ(m_player->m_pVideoWindow, nullptr);
-        EXPECT_NEAR(m_player->m_duration / 1e7, TestDiscs::kTrackSeconds[track - 1], 0.02);
+        EXPECT_NEAR(m_player->m_duration / 1e7, CDiscMaker::kTrackSeconds[track - 1], 0.02);
         EXPECT_EQ(m_frame.m_waitDepth, 0);
         EXPECT_TRUE(PumpUntilStopped(5));
     }

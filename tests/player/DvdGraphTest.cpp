@@ -15,8 +15,8 @@ protected:
     // pixels in from the left: a point of the 720x480 frame, there.
     static POINT InView(int x, int y) { return POINT{80 + x * 480 / 720, y * 360 / 480}; }
     static POINT Button(int which) {
-        const int left = which == 1 ? TestDiscs::kButton1Left : TestDiscs::kButton2Left;
-        return InView(left + 100, (TestDiscs::kButtonTop + TestDiscs::kButtonBottom) / 2);
+        const int left = which == 1 ? CDiscMaker::kButton1Left : CDiscMaker::kButton2Left;
+        return InView(left + 100, (CDiscMaker::kButtonTop + CDiscMaker::kButtonBottom) / 2);
     }
 
     void PlayToMenu() {
@@ -162,24 +162,4 @@ TEST_F(DvdGraphTest, ARefusedDiscSaysWhyAndLeavesTheEngineEmpty) {
     EXPECT_EQ(texts[0], failed);
     EXPECT_NE(texts[1].find("libdvdcss"), std::string::npos) << texts[1];
     EXPECT_TRUE(m_frame.m_calls.empty());
-}
-
-TEST_F(DvdGraphTest, TheVideoDecoderHasItsSubPictureInputOnlyWithDvdSupport) {
-    const CString module(StageDir() + "/LAV/LAVVideo_1.ax");
-    for (BOOL dvd : {FALSE, TRUE}) {
-        IBaseFilter* decoder = nullptr;
-        ASSERT_EQ(S_OK, m_player->CreateObjectFromPath(module, CLSID_LAVVideo, &decoder));
-        ILAVVideoSettings* settings = nullptr;
-        ASSERT_EQ(S_OK, decoder->QueryInterface(IID_ILAVVideoSettings,
-                                                reinterpret_cast<void**>(&settings)));
-        settings->SetDVDVideoSupport(dvd);
-        settings->Release();
-        IPin* pin = nullptr;
-        EXPECT_EQ(dvd ? S_OK : E_FAIL, CMediaPlayer::GetPin2(decoder, PINDIR_INPUT, 1, &pin));
-        SafeRelease(pin);
-        EXPECT_EQ(dvd ? S_OK : E_FAIL,
-                  CMediaPlayer::GetPin(decoder, PINDIR_INPUT, MEDIATYPE_DVD_ENCRYPTED_PACK, &pin));
-        SafeRelease(pin);
-        decoder->Release();
-    }
 }

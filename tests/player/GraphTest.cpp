@@ -49,23 +49,6 @@ TEST(GraphTest, OnlyTheFilterGraphIsMadeBySystemClass) {
     EXPECT_EQ(0u, graph->Release());
 }
 
-TEST_F(PlayerTest, EndOfStreamIsAnnouncedAndEndsPlayback) {
-    ASSERT_TRUE(Play(Media().Audio()));
-    int out = 0;
-    ASSERT_TRUE(m_player->SeekTo(900, out));
-    LONG code = 0;
-    EXPECT_EQ(S_OK, m_player->m_pEvent->WaitForCompletion(10000, &code));
-    EXPECT_EQ(EC_COMPLETE, code);
-    // The frame hears of it by the posted message and stops playback.
-    EXPECT_TRUE(PumpUntilStopped(5));
-    EXPECT_EQ(1, m_frame.m_stops);
-    EXPECT_EQ(0, m_player->m_state);
-    EXPECT_EQ(nullptr, m_player->m_pGraph);
-    EXPECT_TRUE(m_boxes.Texts().empty());
-    // With the graph gone the pump has nothing to do.
-    EXPECT_FALSE(m_player->OnGraphEvent(&m_frame));
-}
-
 TEST_F(PlayerTest, EndingsAreNeverDroppedAndRepeatsAreCoalesced) {
     ASSERT_TRUE(Play(Media().Audio()));
     // The events are announced to this window, and taken here.

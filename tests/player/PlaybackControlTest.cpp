@@ -30,26 +30,16 @@ public:
     BOOL GetMixingEnabled() override { return TRUE; }
 };
 
-LONG GraphVolume(CMediaPlayer& player) {
-    LONG v = 1;
-    EXPECT_EQ(S_OK, player.m_pBasicAudio->get_Volume(&v));
-    return v;
-}
-
 } // namespace
 
 TEST(PercentToVolumeTest, MapsPercentToHundredthsOfADecibel) {
-    EXPECT_EQ(-10000, CMediaPlayer::PercentToVolume(0));
-    EXPECT_EQ(-10000, CMediaPlayer::PercentToVolume(-7));
-    EXPECT_EQ(-10000, CMediaPlayer::PercentToVolume(1));
-    EXPECT_EQ(-1505, CMediaPlayer::PercentToVolume(50));
-    EXPECT_EQ(-21, CMediaPlayer::PercentToVolume(99));
-    EXPECT_EQ(0, CMediaPlayer::PercentToVolume(100));
-    EXPECT_EQ(0, CMediaPlayer::PercentToVolume(250));
-    EXPECT_EQ(-5000, CMediaPlayer::PercentToVolume(10));
+    const std::pair<int, LONG> cases[] = {{0, -10000}, {-7, -10000}, {1, -10000}, {10, -5000},
+                                          {50, -1505}, {99, -21},    {100, 0},    {250, 0}};
+    for (const auto& [percent, volume] : cases)
+        EXPECT_EQ(volume, CMediaPlayer::PercentToVolume(percent)) << percent;
 }
 
-TEST(LavSetupTest, AllFiveCallsAreMadeInOrder) {
+TEST(LavSetupTest, AllFiveCallsAreMadeInOrderAndTheLastFailureIsTheResult) {
     CLavSetup setup;
     setup.m_bWmaPro = FALSE;
     setup.m_bStereoSpeakers = FALSE;
@@ -59,16 +49,11 @@ TEST(LavSetupTest, AllFiveCallsAreMadeInOrder) {
                                         "SetFormatConfiguration(14,0)",
                                         "SetFormatConfiguration(17,1)", "SetMixingEnabled(0)"}),
               settings.m_calls);
-    CLavSetup fresh;
-    EXPECT_TRUE(fresh.m_bWma2 && fresh.m_bWmaPro && fresh.m_bWmaAll && fresh.m_bStereoSpeakers);
-}
-
-TEST(LavSetupTest, LastFailureIsTheResult) {
-    CLavSetup setup;
-    CRecordingAudioSettings settings;
     settings.m_fail = true;
     EXPECT_EQ(MakeHresult(0x80000099), setup.SetOrvexAudio(&settings));
-    EXPECT_EQ(5u, settings.m_calls.size());
+    EXPECT_EQ(10u, settings.m_calls.size());
+    CLavSetup fresh;
+    EXPECT_TRUE(fresh.m_bWma2 && fresh.m_bWmaPro && fresh.m_bWmaAll && fresh.m_bStereoSpeakers);
 }
 
 TEST_F(PlayerTest, CleanPlaybackOnAnEmptyEngineIsQuiet) {
@@ -145,17 +130,17 @@ TEST_F(PlayerTest, MuteKeepsTheVolumeAside) {
     ASSERT_TRUE(Play(Media().Audio()));
     EXPECT_TRUE(m_player->SetVolume(30));
     EXPECT_EQ(30, m_player->m_volume);
-    EXPECT_EQ(CMediaPlayer::PercentToVolume(30), GraphVolume(*m_player));
+    EXPECT_EQ(CMediaPlayer::PercentToVolume(30), GraphVolume());
     m_player->ToggleMute();
     EXPECT_TRUE(m_player->m_bMuted);
-    EXPECT_EQ(-10000, GraphVolume(*m_player));
+    EXPECT_EQ(-10000, GraphVolume());
     EXPECT_FALSE(m_player->SetVolume(80));
     int out = -1;
     EXPECT_FALSE(m_player->StepVolume(TRUE, out));
     EXPECT_EQ(30, m_player->m_volume);
     m_player->ToggleMute();
     EXPECT_FALSE(m_player->m_bMuted);
-    EXPECT_EQ(CMediaPlayer::PercentToVolume(30), GraphVolume(*m_player));
+    EXPECT_EQ(CMediaPlayer::PercentToVolume(30), GraphVolume());
     EXPECT_TRUE(m_player->StepVolume(TRUE, out));
     EXPECT_EQ(34, out);
     EXPECT_TRUE(m_player->StepVolume(FALSE, out));
@@ -175,7 +160,7 @@ TEST_F(PlayerTest, MuteKeepsTheVolumeAside) {
     ASSERT_TRUE(Play(Media().Audio())) << FirstBox();
     EXPECT_FALSE(m_player->m_bMuted);
     EXPECT_EQ(50, m_player->m_volume);
-    EXPECT_EQ(-1505, GraphVolume(*m_player));
+    EXPECT_EQ(-1505, GraphVolume());
 }
 
 TEST_F(PlayerTest, PictureKeepsItsProportions) {
@@ -199,4 +184,8 @@ TEST_F(PlayerTest, PictureKeepsItsProportions) {
     m_player->ShowVideo(FALSE);
     m_player->m_pVideoWindow->get_Visible(&visible);
     EXPECT_EQ(OATRUE, visible);
+    // A medium without a picture leaves none of the old one behind.
+    ASSERT_TRUE(Play(Media().Audio()));
+    EXPECT_EQ(nullptr, m_player->m_pVideoWindow);
+    EXPECT_EQ(2, m_player->m_state);
 }

@@ -273,15 +273,6 @@ protected:
         return m_boxes.Texts().empty() ? std::string() : m_boxes.Texts()[0].ToUtf8();
     }
 
-    // Delivers posted messages until the frame has stopped playback or the
-    // time is up.
-    bool PumpUntilStopped(int seconds) {
-        auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
-        while (m_frame.m_stops == 0 && std::chrono::steady_clock::now() < end)
-            PumpMessages(100);
-        return m_frame.m_stops > 0;
-    }
-
     // Polls until the condition holds or the time is up, delivering posted
     // messages meanwhile; whether it holds.
     template <typename Condition>
@@ -293,6 +284,16 @@ protected:
             PumpMessages(10);
         }
         return true;
+    }
+    // Whether the frame stopped playback within the time.
+    bool PumpUntilStopped(int seconds) {
+        return PollFor(seconds * 1000, [&] { return m_frame.m_stops > 0; });
+    }
+    // The volume the graph's audio branch is set to.
+    LONG GraphVolume() const {
+        LONG v = 1;
+        EXPECT_EQ(S_OK, m_player->m_pBasicAudio->get_Volume(&v));
+        return v;
     }
 
     // The pipeline behind the engine's graph, found through its source.

@@ -1,17 +1,12 @@
 // Radio streams as stations send them: titles announced in the stream reach
 // the frame as the renderers hear them, and a recording takes the received
 // bytes unchanged, one file a song, until a write fails.
-#include <sys/resource.h>
-
-#include <csignal>
 #include <filesystem>
 
 #include "tests/player/PlayerTestSupport.h"
 #include "tests/support/TestHttpServer.h"
 
 namespace {
-
-constexpr size_t kMetaint = 8192;
 
 // A frame that keeps what the engine tells it of the stream.
 class CRadioFrame : public CTestFrame {
@@ -26,18 +21,9 @@ class RadioTest : public PlayerTest {
 protected:
     RadioTest() {
         m_radio.m_player = m_player.get();
-        // One MP3 cut into a lead-in, two songs announced in the stream.
-        std::string mp3 = TempDir::Read(Media().Mp3Radio());
-        m_songs = {{"", mp3.substr(0, kMetaint)},
-                   {"Song One", mp3.substr(kMetaint, 2 * kMetaint)},
-                   {"Song Two", mp3.substr(3 * kMetaint)}};
-        m_server.Handle("/radio", [this](const TestHttpRequest& request) {
-            TestHttpResponse response = IcyResponse(request, kMetaint, m_songs);
-            // The songs wait until the test is ready to hear them.
-            response.holdAt = IcyBlockOffset(kMetaint, m_songs, 1);
-            response.release = [this] { return m_release.load(); };
-            return response;
-        });
+        // The songs wait until the test is ready to hear them.
+        m_songs = ServeIcyStation(m_server, "/radio", TempDir::Read(Media().Mp3Radio()),
+                                  [this] { return m_release.load(); });
     }
     BOOL PlayRadio() { return m_player->PlayFileLav(CString(m_server.Url("/radio")), &m_radio); }
     bool PumpUntilRadioStopped(int seconds) {
@@ -86,18 +72,14 @@ TEST_F(RadioTest, TitlesReachTheFrameAndTheRecordingKeepsEachSongAsSent) {
 TEST_F(RadioTest, AWriteErrorStopsTheRecordingAndPlaybackGoesOn) {
     // Files of this process may grow to 10,000 bytes: the first song's file
     // meets the limit as a full disc would.
-    signal(SIGXFSZ, SIG_IGN);
-    rlimit old;
-    getrlimit(RLIMIT_FSIZE, &old);
-    rlimit limit = old;
-    limit.rlim_cur = 10000;
-    ASSERT_EQ(0, setrlimit(RLIMIT_FSIZE, &limit));
-    ASSERT_TRUE(PlayRadio()) << FirstBox();
-    CString error;
-    ASSERT_TRUE(m_player->StartRecording(m_recordings.Str(), u"Loopback Radio", &error));
-    m_release = true;
-    EXPECT_TRUE(PollFor(10000, [&] { return !m_radio.m_recordingStops.empty(); }));
-    setrlimit(RLIMIT_FSIZE, &old);
+    {
+        ScopedFileSizeLimit limit(10000);
+        ASSERT_TRUE(PlayRadio()) << FirstBox();
+        CString error;
+        ASSERT_TRUE(m_player->StartRecording(m_recordings.Str(), u"Loopback Radio", &error));
+        m_release = true;
+        EXPECT_TRUE(PollFor(10000, [&] { return !m_radio.m_recordingStops.empty(); }));
+    }
     ASSERT_EQ(1u, m_radio.m_recordingStops.size());
     EXPECT_EQ(0, m_radio.m_recordingStops[0].Find(u"Recording stopped: "))
         << m_radio.m_recordingStops[0].ToUtf8();

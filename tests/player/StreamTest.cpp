@@ -7,20 +7,9 @@
 #include "tests/support/TestHttpServer.h"
 #include "tests/support/TestRtspServer.h"
 
-namespace {
-
-// Serves a test medium under /name, with byte ranges; trickled in chunks of
-// chunkBytes every delayMs when asked.
-void Serve(TestHttpServer& server, const std::string& name, const std::string& path,
-           size_t chunkBytes = 0, int delayMs = 0) {
-    server.Trickle("/" + name, TempDir::Read(path), chunkBytes, delayMs);
-}
-
-} // namespace
-
 TEST_F(PlayerTest, HttpStreamPlaysSeeksAndEnds) {
     TestHttpServer server;
-    Serve(server, "both.mkv", Media().Both());
+    server.Route("/both.mkv", TempDir::Read(Media().Both()));
     std::string missing = server.Url("/missing.ogg");
     EXPECT_FALSE(Play(missing));
     EXPECT_EQ(std::vector<CString>{CString("File Source Error - could not open " + missing + ".")},
@@ -45,7 +34,7 @@ TEST_F(PlayerTest, HttpStreamPlaysSeeksAndEnds) {
 TEST_F(PlayerTest, StreamThatRunsDryPausesUntilItHasRefilled) {
     TestHttpServer server;
     // Too slow to fill the buffer before the end.
-    Serve(server, "two-audio.mkv", Media().TwoAudio(), 1024, 100);
+    server.Trickle("/two-audio.mkv", TempDir::Read(Media().TwoAudio()), 1024, 100);
     ASSERT_TRUE(Play(server.Url("/two-audio.mkv"))) << FirstBox();
     // The graph holds the pipeline while the buffer fills; to the engine it
     // is running all the while.
@@ -60,7 +49,7 @@ TEST_F(PlayerTest, StreamThatRunsDryPausesUntilItHasRefilled) {
 
 TEST_F(PlayerTest, ErrorMidStreamEndsPlaybackWithItsWords) {
     auto server = std::make_unique<TestHttpServer>();
-    Serve(*server, "audio.ogg", Media().Audio(), 2048, 100);
+    server->Trickle("/audio.ogg", TempDir::Read(Media().Audio()), 2048, 100);
     ASSERT_TRUE(Play(server->Url("/audio.ogg"))) << FirstBox();
     server.reset(); // gone in the middle of the stream
     EXPECT_TRUE(PumpUntilStopped(20));
@@ -88,11 +77,11 @@ TEST_F(PlayerTest, RtspStreamsRunWithinTheStateWait) {
 
 TEST_F(PlayerTest, EveryKindOfStationPlays) {
     TestHttpServer server;
-    Serve(server, "radio.aac", Media().Aac());
-    Serve(server, "radio.opus", Media().Opus());
-    Serve(server, "radio.mp3", Media().Mp3Radio());
+    server.Route("/radio.aac", TempDir::Read(Media().Aac()));
+    server.Route("/radio.opus", TempDir::Read(Media().Opus()));
+    server.Route("/radio.mp3", TempDir::Read(Media().Mp3Radio()));
     for (const auto& entry : std::filesystem::directory_iterator(Media().HlsFolder()))
-        Serve(server, "hls/" + entry.path().filename().string(), entry.path().string());
+        server.Route("/hls/" + entry.path().filename().string(), TempDir::Read(entry.path()));
     // An address that moved to HTTPS: the start directory's certificates,
     // which trust this server's, are the pipeline's too.
     TempDir start;

@@ -56,16 +56,17 @@ public:
             ok = ok && Run(ffmpeg + "-f lavfi -i color=c=black:s=720x480,format=rgba -vf \"geq=" +
                            shade[1] + ":a='" + boxes + "'\" -frames:v 1 " + shade[0] + ".png");
         }
+        auto button = [](const char* name, int left, int right) {
+            return std::string("<button name=\"") + name + "\" x0=\"" + std::to_string(left) +
+                   "\" y0=\"" + std::to_string(kButtonTop) + "\" x1=\"" + std::to_string(right) +
+                   "\" y1=\"" + std::to_string(kButtonBottom) + "\"/>";
+        };
         TempDir::Write(Path("buttons.xml"),
                        "<subpictures><stream><spu force=\"yes\" start=\"00:00:00.00\" "
-                       "image=\"normal.png\" highlight=\"highlight.png\" select=\"select.png\">"
-                       "<button name=\"b1\" x0=\"" +
-                           std::to_string(kButton1Left) + "\" y0=\"" + std::to_string(kButtonTop) +
-                           "\" x1=\"" + std::to_string(kButton1Right) + "\" y1=\"" +
-                           std::to_string(kButtonBottom) + "\"/><button name=\"b2\" x0=\"" +
-                           std::to_string(kButton2Left) + "\" y0=\"" + std::to_string(kButtonTop) +
-                           "\" x1=\"" + std::to_string(kButton2Right) + "\" y1=\"" +
-                           std::to_string(kButtonBottom) + "\"/></spu></stream></subpictures>");
+                       "image=\"normal.png\" highlight=\"highlight.png\" select=\"select.png\">" +
+                           button("b1", kButton1Left, kButton1Right) +
+                           button("b2", kButton2Left, kButton2Right) +
+                           "</spu></stream></subpictures>");
         ok = ok && Run("spumux -m dvd buttons.xml < menu.mpg > menu-buttons.mpg");
         const std::string menu = "<pgc entry=\"%s\"><vob file=\"menu-buttons.mpg\" pause=\"inf\"/>"
                                  "<button name=\"b1\">jump title 1;</button>"

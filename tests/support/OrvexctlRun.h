@@ -15,8 +15,6 @@ struct CtlRun {
     std::string err;
 };
 
-// Runs orvexctl in dir (its start directory) with the arguments,
-// which the tests keep free of shell characters.
 // Runs a shell command line: its standard output and exit code.
 inline CtlRun RunCommand(const std::string& command) {
     CtlRun run;
@@ -32,6 +30,8 @@ inline CtlRun RunCommand(const std::string& command) {
     return run;
 }
 
+// Runs orvexctl in dir (its start directory) with the arguments,
+// which the tests keep free of shell characters.
 inline CtlRun Orvexctl(const TempDir& dir, const std::string& arguments,
                        const std::string& env = "") {
     std::string command = "cd '" + dir.Path().string() + "' && " + env + " '" +

@@ -5,16 +5,9 @@
 
 #include "tests/support/DiscMaker.h"
 
+// The disc's layout constants are CDiscMaker's.
 class TestDiscs {
 public:
-    static constexpr int kButtonTop = CDiscMaker::kButtonTop;
-    static constexpr int kButtonBottom = CDiscMaker::kButtonBottom;
-    static constexpr int kButton1Left = CDiscMaker::kButton1Left;
-    static constexpr int kButton1Right = CDiscMaker::kButton1Right;
-    static constexpr int kButton2Left = CDiscMaker::kButton2Left;
-    static constexpr int kButton2Right = CDiscMaker::kButton2Right;
-    static constexpr const double (&kTrackSeconds)[2] = CDiscMaker::kTrackSeconds;
-
     static TestDiscs& Get() {
         static TestDiscs discs;
         return discs;

@@ -29,36 +29,21 @@ constexpr int kSocketTimeoutSeconds = 10;
 constexpr unsigned char kTlsHandshakeRecord = 0x16;
 
 const char* ReasonPhrase(int status) {
-    switch (status) {
-    case 200:
-        return "OK";
-    case 206:
-        return "Partial Content";
-    case 301:
-        return "Moved Permanently";
-    case 302:
-        return "Found";
-    case 303:
-        return "See Other";
-    case 307:
-        return "Temporary Redirect";
-    case 308:
-        return "Permanent Redirect";
-    case 400:
-        return "Bad Request";
-    case 403:
-        return "Forbidden";
-    case 404:
-        return "Not Found";
-    case 416:
-        return "Range Not Satisfiable";
-    case 500:
-        return "Internal Server Error";
-    case 503:
-        return "Service Unavailable";
-    default:
-        return "Status";
-    }
+    static const std::map<int, const char*> phrases = {{200, "OK"},
+                                                       {206, "Partial Content"},
+                                                       {301, "Moved Permanently"},
+                                                       {302, "Found"},
+                                                       {303, "See Other"},
+                                                       {307, "Temporary Redirect"},
+                                                       {308, "Permanent Redirect"},
+                                                       {400, "Bad Request"},
+                                                       {403, "Forbidden"},
+                                                       {404, "Not Found"},
+                                                       {416, "Range Not Satisfiable"},
+                                                       {500, "Internal Server Error"},
+                                                       {503, "Service Unavailable"}};
+    auto it = phrases.find(status);
+    return it == phrases.end() ? "Status" : it->second;
 }
 
 std::string Lower(std::string text) {
@@ -567,10 +552,22 @@ std::string IcyBody(size_t metaint, const std::vector<TestIcySong>& songs,
 
 } // namespace
 
-size_t IcyBlockOffset(size_t metaint, const std::vector<TestIcySong>& songs, size_t song) {
+std::vector<TestIcySong> ServeIcyStation(TestHttpServer& server, const std::string& target,
+                                         const std::string& mp3, std::function<bool()> release) {
+    constexpr size_t kMetaint = 8192;
+    const std::vector<TestIcySong> songs = {{"", mp3.substr(0, kMetaint)},
+                                            {"Song One", mp3.substr(kMetaint, 2 * kMetaint)},
+                                            {"Song Two", mp3.substr(3 * kMetaint)}};
     std::vector<size_t> offsets;
-    IcyBody(metaint, songs, &offsets);
-    return song < offsets.size() ? offsets[song] : 0;
+    IcyBody(kMetaint, songs, &offsets);
+    const size_t holdAt = offsets[1];
+    server.Handle(target, [songs, holdAt, release](const TestHttpRequest& request) {
+        TestHttpResponse response = IcyResponse(request, kMetaint, songs);
+        response.holdAt = holdAt;
+        response.release = release;
+        return response;
+    });
+    return songs;
 }
 
 TestHttpResponse IcyResponse(const TestHttpRequest& request, size_t metaint,

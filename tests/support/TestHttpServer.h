@@ -14,6 +14,7 @@
 //   server.Route("/r", TestHttpResponse{...});      // full control (headers, endless, ...)
 //   server.Handle("/radio", [&](const TestHttpRequest& r) {   // an ICY radio stream
 //       return IcyResponse(r, 8192, {{"", leadIn}, {"Song One", one}, {"Song Two", two}}); });
+//   ServeIcyStation(server, "/radio", mp3, release)  // the same, cut from one MP3
 //
 //   server.Url("/a.txt")       "http://127.0.0.1:PORT/a.txt"
 //   server.HttpsUrl("/a.txt")  "https://127.0.0.1:PORT/a.txt"
@@ -89,9 +90,6 @@ struct TestIcySong {
 // long. Without the ask the audio comes plain.
 TestHttpResponse IcyResponse(const TestHttpRequest& request, size_t metaint,
                              const std::vector<TestIcySong>& songs);
-// Where a song's announcement starts in the body IcyResponse makes with
-// metadata: for TestHttpResponse::holdAt.
-size_t IcyBlockOffset(size_t metaint, const std::vector<TestIcySong>& songs, size_t song);
 
 using TestHttpHandler = std::function<TestHttpResponse(const TestHttpRequest&)>;
 
@@ -155,3 +153,10 @@ private:
     std::vector<std::thread> m_workers;
     std::vector<int> m_openFds;
 };
+
+// Serves at target an ICY station made of one MP3 cut into a lead-in of
+// 8192 bytes, "Song One" of twice that and "Song Two" of the rest, with
+// metadata every 8192 bytes; the songs wait until release() gives true.
+// The songs as served.
+std::vector<TestIcySong> ServeIcyStation(TestHttpServer& server, const std::string& target,
+                                         const std::string& mp3, std::function<bool()> release);

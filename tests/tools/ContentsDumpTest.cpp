@@ -7,16 +7,12 @@
 
 namespace {
 
-struct Result {
-    int status;
-    std::string out;
-};
-
 // What orvexctl printed, its messages (standard error) first.
-Result RunCtl(const std::string& arguments) {
+CtlRun RunCtl(const std::string& arguments) {
     static TempDir startDir;
-    const CtlRun run = Orvexctl(startDir, arguments);
-    return {run.exitCode, run.err + run.out};
+    CtlRun run = Orvexctl(startDir, arguments);
+    run.out = run.err + run.out;
+    return run;
 }
 
 } // namespace
@@ -35,8 +31,8 @@ TEST(ContentsDump, PrintsEveryTopicAndItemInFileOrder) {
     ASSERT_TRUE(doc.SaveContents(dir.File("lib.dat")));
     TempDir::Write(dir / "TopicAlias.txt", "Doc,Documentaries\n");
 
-    const Result stored = RunCtl("contents-dump " + (dir / "lib.dat"));
-    EXPECT_EQ(stored.status, 0) << stored.out;
+    const CtlRun stored = RunCtl("contents-dump " + (dir / "lib.dat"));
+    EXPECT_EQ(stored.exitCode, 0) << stored.out;
     EXPECT_EQ(stored.out,
               "topic\tMusic[0]\ttype 4\n"
               "topic\tMusic[0]\\Jazz[0]\ttype 4\n"
@@ -45,9 +41,9 @@ TEST(ContentsDump, PrintsEveryTopicAndItemInFileOrder) {
               "item\tVIDU\tSpace\thttps://tv.example/space.m3u8\tDoc\tfavorite 0\n"
               "3 topics, 2 items\n");
 
-    const Result mapped =
+    const CtlRun mapped =
         RunCtl("contents-dump --aliases " + (dir / "TopicAlias.txt") + " " + (dir / "lib.dat"));
-    EXPECT_EQ(mapped.status, 0);
+    EXPECT_EQ(mapped.exitCode, 0);
     EXPECT_NE(mapped.out.find("topic\tDocumentaries[1]\ttype 2\n"), std::string::npos);
     EXPECT_NE(mapped.out.find("\tDocumentaries\tfavorite 0\n"), std::string::npos);
 }
@@ -65,20 +61,20 @@ TEST(ContentsDump, ReportsBadFilesAndShowsWhatWasRead) {
     TempDir::Write(dir / "schema2.dat", schema2);
     TempDir::Write(dir / "empty.dat", "");
 
-    const Result cut = RunCtl("contents-dump " + (dir / "cut.dat"));
-    EXPECT_EQ(cut.status, 1);
+    const CtlRun cut = RunCtl("contents-dump " + (dir / "cut.dat"));
+    EXPECT_EQ(cut.exitCode, 1);
     EXPECT_NE(cut.out.find("topic\tFirst[0]\ttype 4\n"), std::string::npos);
     EXPECT_EQ(cut.out.find("Second"), std::string::npos);
     EXPECT_NE(cut.out.find("Unexpected end of file"), std::string::npos);
 
-    const Result refused = RunCtl("contents-dump " + (dir / "schema2.dat"));
-    EXPECT_EQ(refused.status, 1);
+    const CtlRun refused = RunCtl("contents-dump " + (dir / "schema2.dat"));
+    EXPECT_EQ(refused.exitCode, 1);
     EXPECT_EQ(refused.out, "User data file could not be read.\n0 topics, 0 items\n");
 
-    const Result empty = RunCtl("contents-dump " + (dir / "empty.dat"));
-    EXPECT_EQ(empty.status, 0);
+    const CtlRun empty = RunCtl("contents-dump " + (dir / "empty.dat"));
+    EXPECT_EQ(empty.exitCode, 0);
     EXPECT_EQ(empty.out, "0 topics, 0 items\n");
 
-    EXPECT_EQ(RunCtl("contents-dump " + (dir / "missing.dat")).status, 1);
-    EXPECT_EQ(RunCtl("contents-dump").status, 2);
+    EXPECT_EQ(RunCtl("contents-dump " + (dir / "missing.dat")).exitCode, 1);
+    EXPECT_EQ(RunCtl("contents-dump").exitCode, 2);
 }

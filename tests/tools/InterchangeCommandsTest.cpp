@@ -8,11 +8,6 @@
 
 namespace {
 
-// The tests keep their arguments free of shell characters.
-CtlRun Ctl(const TempDir& dir, const std::string& arguments) {
-    return Orvexctl(dir, arguments);
-}
-
 const std::string kRecords = "\r\n// Orvex Media List\r\n\r\n"
                              "0\r\nVIDF\r\n6\r\nVideo Files,Holidays\r\n7\r\nyes\r\n"
                              "10\r\nHarbour at dusk\r\n11\r\n/films/harbour.mp4\r\n\r\n"
@@ -24,11 +19,11 @@ const std::string kRecords = "\r\n// Orvex Media List\r\n\r\n"
 TEST(OrvexctlImportExport, RecordsThroughALibraryAndBackAreTheSame) {
     TempDir dir;
     TempDir::Write(dir / "in.txt", kRecords);
-    CtlRun import = Ctl(dir, "import --format mrf in.txt lib.dat");
+    CtlRun import = Orvexctl(dir, "import --format mrf in.txt lib.dat");
     EXPECT_EQ(import.exitCode, 0);
     EXPECT_EQ(import.out, "Contents overwritten with 2 Media Items.\n");
 
-    CtlRun exported = Ctl(dir, "export --format mrf lib.dat out.txt");
+    CtlRun exported = Orvexctl(dir, "export --format mrf lib.dat out.txt");
     EXPECT_EQ(exported.exitCode, 0);
     EXPECT_EQ(exported.out, "2 Media records saved to out.txt.\n");
     EXPECT_EQ(TempDir::Read(dir / "out.txt"),
@@ -37,7 +32,7 @@ TEST(OrvexctlImportExport, RecordsThroughALibraryAndBackAreTheSame) {
                   "// See MediaRecordFormat.txt for definitions.\r\n" +
                   kRecords.substr(25));
 
-    CtlRun dat = Ctl(dir, "export --format dat lib.dat copy.dat");
+    CtlRun dat = Orvexctl(dir, "export --format dat lib.dat copy.dat");
     EXPECT_EQ(dat.exitCode, 0);
     EXPECT_EQ(dat.out, "3 Topics and 2 Media items saved to copy.dat.\n");
     EXPECT_EQ(TempDir::Read(dir / "copy.dat"), TempDir::Read(dir / "lib.dat"));
@@ -46,22 +41,22 @@ TEST(OrvexctlImportExport, RecordsThroughALibraryAndBackAreTheSame) {
 TEST(OrvexctlImportExport, PlacingPlaylistsAndTopicExport) {
     TempDir dir;
     TempDir::Write(dir / "in.txt", kRecords);
-    ASSERT_EQ(Ctl(dir, "import --format mrf in.txt lib.dat").exitCode, 0);
+    ASSERT_EQ(Orvexctl(dir, "import --format mrf in.txt lib.dat").exitCode, 0);
     TempDir::Write(dir / "p.pls", "[playlist]\nFile1=http://s/a\nTitle1=A\nFile2=http://s/b\n");
-    CtlRun pls = Ctl(dir, "import --format pls --topic Radio p.pls lib.dat");
+    CtlRun pls = Orvexctl(dir, "import --format pls --topic Radio p.pls lib.dat");
     EXPECT_EQ(pls.exitCode, 0);
     EXPECT_EQ(pls.out, "2 Media Items placed under Radio Topic.\n");
 
-    CtlRun m3u = Ctl(dir, "export --format m3u --topic Radio lib.dat radio.m3u");
+    CtlRun m3u = Orvexctl(dir, "export --format m3u --topic Radio lib.dat radio.m3u");
     EXPECT_EQ(m3u.exitCode, 0);
     EXPECT_EQ(m3u.out, "3 Media records saved to radio.m3u.\n");
     EXPECT_EQ(TempDir::Read(dir / "radio.m3u"),
               "\r\n#EXTM3U\r\n\r\n#EXTINF:-1,Morning Talk\r\nhttp://radio.example/talk\r\n\r\n"
               "#EXTINF:-1,A\r\nhttp://s/a\r\n\r\n#EXTINF:-1,Unknown\r\nhttp://s/b\r\n\r\n");
 
-    CtlRun placed = Ctl(dir, "import --format mrf --topic Old in.txt lib.dat");
+    CtlRun placed = Orvexctl(dir, "import --format mrf --topic Old in.txt lib.dat");
     EXPECT_EQ(placed.out, "2 Media Items placed under Old Topic.\n");
-    CtlRun sub = Ctl(dir, "export --format mrf --topic Old\\\\Video\\ Files lib.dat sub.txt");
+    CtlRun sub = Orvexctl(dir, "export --format mrf --topic Old\\\\Video\\ Files lib.dat sub.txt");
     EXPECT_EQ(sub.exitCode, 0);
     EXPECT_NE(TempDir::Read(dir / "sub.txt").find("6\r\nOld,Video Files,Holidays\r\n"),
               std::string::npos);
@@ -70,19 +65,19 @@ TEST(OrvexctlImportExport, PlacingPlaylistsAndTopicExport) {
 TEST(OrvexctlImportExport, FailuresPrintTheProgramsWords) {
     TempDir dir;
     TempDir::Write(dir / "in.txt", kRecords);
-    ASSERT_EQ(Ctl(dir, "import --format mrf in.txt lib.dat").exitCode, 0);
+    ASSERT_EQ(Orvexctl(dir, "import --format mrf in.txt lib.dat").exitCode, 0);
     const std::string library = TempDir::Read(dir / "lib.dat");
 
-    CtlRun missing = Ctl(dir, "import --format m3u --topic X none.m3u lib.dat");
+    CtlRun missing = Orvexctl(dir, "import --format m3u --topic X none.m3u lib.dat");
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_EQ(missing.out, "Import from none.m3u failed.\n");
     EXPECT_EQ(TempDir::Read(dir / "lib.dat"), library);
 
-    CtlRun dat = Ctl(dir, "export --format dat --topic Radio lib.dat t.dat");
+    CtlRun dat = Orvexctl(dir, "export --format dat --topic Radio lib.dat t.dat");
     EXPECT_EQ(dat.exitCode, 1);
     EXPECT_EQ(dat.out, "Cannot export topic to .dat file.\n");
-    CtlRun noTopic = Ctl(dir, "export --format mrf --topic Nowhere lib.dat t.txt");
+    CtlRun noTopic = Orvexctl(dir, "export --format mrf --topic Nowhere lib.dat t.txt");
     EXPECT_EQ(noTopic.out, "Topic error - export failed\n");
-    CtlRun badForm = Ctl(dir, "export --format xml lib.dat t.txt");
+    CtlRun badForm = Orvexctl(dir, "export --format xml lib.dat t.txt");
     EXPECT_EQ(badForm.exitCode, 2);
 }

@@ -7,17 +7,11 @@
 
 #include "bench/StationDirectoryWriter.h"
 #include "tests/support/OrvexctlRun.h"
+#include "tests/support/StartDirectory.h"
 #include "tests/support/TempDir.h"
 #include "tests/support/TestHttpServer.h"
 
 namespace {
-
-// A start directory with the shipped name files.
-void StageNameFiles(const TempDir& dir) {
-    for (const char* file : {"RadioBrowse_CC.txt", "RadioBrowse_LC.txt"})
-        std::filesystem::copy_file(std::string(getenv("ORVEX_SOURCE_DIR")) + "/deploy/" + file,
-                                   dir / file);
-}
 
 const std::string& Directory() {
     static const std::string document = StationDirectoryWriter(5).Document(21000);
@@ -28,7 +22,7 @@ const std::string& Directory() {
 
 TEST(OrvexctlRadio, BuildsSearchesAndRefusesTooLittle) {
     TempDir dir;
-    StageNameFiles(dir);
+    MakeStartDirectory(dir.Path());
     TempDir::Write(dir / "stations.xml", Directory());
     CtlRun build = Orvexctl(dir, "radio-build stations.xml rb.dat");
     ASSERT_EQ(build.exitCode, 0) << build.err;
@@ -76,10 +70,7 @@ TEST(OrvexctlRadio, BuildsSearchesAndRefusesTooLittle) {
 
 TEST(OrvexctlRadio, UpdatesTheDataFolderFromAServer) {
     TempDir dir;
-    StageNameFiles(dir);
-    for (const char* file :
-         {"OrvexContents.dat", "OrvexUser.dat", "RadioBrowse.dat", "results.txt"})
-        TempDir::Write(dir / file, "");
+    MakeStartDirectory(dir.Path());
     TestHttpServer server;
     server.Route("/xml/stations?limit=1000000", Directory());
     const std::string env = "XDG_DATA_HOME='" + (dir / "data") + "'";

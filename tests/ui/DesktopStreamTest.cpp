@@ -23,8 +23,6 @@
 
 namespace {
 
-constexpr size_t kMetaint = 8192;
-
 class StationTest : public PlaybackTest {
 protected:
     // Plays an address as a library item of that name would.
@@ -45,17 +43,10 @@ TEST_F(StationTest, AnnouncedSongsReachTheWindowTheBusTheFileAndTheRecording) {
     Doc().m_desktopSettings.m_recordingsFolder = m_data.File("Recordings");
     // The stream's end is a drop; the test looks before any new try.
     Frame().Desktop().Reconnect().SetTiming({60000, 60000, 60000}, 60000);
-    std::string mp3 = TempDir::Read(TestMedia::Get().Mp3Radio());
-    std::vector<TestIcySong> songs = {{"", mp3.substr(0, kMetaint)},
-                                      {"Song One", mp3.substr(kMetaint, 2 * kMetaint)},
-                                      {"Song Two", mp3.substr(3 * kMetaint)}};
     std::atomic<bool> release{false};
-    m_server.Handle("/radio", [&](const TestHttpRequest& request) {
-        TestHttpResponse response = IcyResponse(request, kMetaint, songs);
-        response.holdAt = IcyBlockOffset(kMetaint, songs, 1);
-        response.release = [&release] { return release.load(); };
-        return response;
-    });
+    const std::vector<TestIcySong> songs =
+        ServeIcyStation(m_server, "/radio", TempDir::Read(TestMedia::Get().Mp3Radio()),
+                        [&release] { return release.load(); });
     QStringList titles;
     QObject::connect(&Frame(), &QWidget::windowTitleChanged,
                      [&](const QString& title) { titles << title; });

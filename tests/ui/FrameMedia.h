@@ -109,6 +109,7 @@ inline QPoint OnDvdPicture(CMediaPlayer& player, int x, int y) {
     return QPoint(left + x * width / 720, top + y * height / 480);
 }
 inline QPoint OnDvdButton(CMediaPlayer& player, int which) {
-    const int left = which == 1 ? TestDiscs::kButton1Left : TestDiscs::kButton2Left;
-    return OnDvdPicture(player, left + 100, (TestDiscs::kButtonTop + TestDiscs::kButtonBottom) / 2);
+    const int left = which == 1 ? CDiscMaker::kButton1Left : CDiscMaker::kButton2Left;
+    return OnDvdPicture(player, left + 100,
+                        (CDiscMaker::kButtonTop + CDiscMaker::kButtonBottom) / 2);
 }
