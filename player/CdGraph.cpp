@@ -13,36 +13,17 @@ BOOL CMediaPlayer::PlayCdLav(const CString& path, IPlayerFrame* pFrame, int volu
         return FailPlayback(u"ERROR - Could not create the Filter Graph Manager.");
     if (FAILED(CreateObjectFromPath(m_asyncCdPath, CLSID_AsyncCd, &m_pAsyncCdSrc)))
         return FailPlayback(u"ERROR - CreateObjectFromPath failed - clsidAsyncCd");
-    IFileSourceFilter* source = nullptr;
-    if (FAILED(QueryTo(m_pAsyncCdSrc, IID_IFileSourceFilter, &source)))
-        return FailPlayback(u"ERROR - QueryInterface failed - IID_IFileSourceFilter");
-    if (FAILED(source->Load(path.GetString(), nullptr))) {
-        source->Release();
-        CString text;
-        text.Format(u"File Source Error - could not open %s.", path);
-        return FailPlayback(text);
-    }
-    if (FAILED(m_pGraph->AddFilter(m_pAsyncCdSrc, u"AsyncCD Filter"))) {
-        source->Release();
+    if (!LoadSourceFile(m_pAsyncCdSrc, path))
+        return FALSE;
+    if (FAILED(m_pGraph->AddFilter(m_pAsyncCdSrc, u"AsyncCD Filter")))
         return FailPlayback(u"ERROR - AddFilter failed - m_pAsyncCdSrc");
-    }
     // The splitter here is the form that sits behind another source.
-    if (FAILED(CreateObjectFromPath(m_splitterPath, CLSID_LAVSplitter, &m_pLavSrc))) {
-        source->Release();
+    if (FAILED(CreateObjectFromPath(m_splitterPath, CLSID_LAVSplitter, &m_pLavSrc)))
         return FailPlayback(u"ERROR - CreateObjectFromPath2 failed - clsidLavSrc");
-    }
-    ILAVFSettings* splitterSettings = nullptr;
-    if (FAILED(QueryTo(m_pLavSrc, IID_ILAVFSettings, &splitterSettings))) {
-        source->Release();
-        return FailPlayback(u"ERROR - ILAVFSettings not supported");
-    }
-    splitterSettings->SetRuntimeConfig(TRUE);
-    splitterSettings->Release();
-    if (FAILED(m_pGraph->AddFilter(m_pLavSrc, u"LAV Splitter Source"))) {
-        source->Release();
+    if (!SetSplitterRuntimeConfig())
+        return FALSE;
+    if (FAILED(m_pGraph->AddFilter(m_pLavSrc, u"LAV Splitter Source")))
         return FailPlayback(u"ERROR - AddFilter failed - m_pLavSrc");
-    }
-    source->Release();
 
     IPin* out = nullptr;
     IPin* in = nullptr;

@@ -32,26 +32,10 @@ BOOL CMediaPlayer::PlayFileLav(const CString& path, IPlayerFrame* pFrame) {
     if (FAILED(CreateObjectFromPath(m_splitterPath, CLSID_LAVSplitterSource, &m_pLavSrc)))
         return FailPlayback(u"ERROR - CreateObjectFromPath2 failed - clsidLavSrc");
 
-    ILAVFSettings* splitterSettings = nullptr;
-    if (FAILED(QueryTo(m_pLavSrc, IID_ILAVFSettings, &splitterSettings)))
-        return FailPlayback(u"ERROR - ILAVFSettings not supported");
-    splitterSettings->SetRuntimeConfig(TRUE);
-    splitterSettings->Release();
-
-    IFileSourceFilter* source = nullptr;
-    if (FAILED(QueryTo(m_pLavSrc, IID_IFileSourceFilter, &source)))
-        return FailPlayback(u"ERROR - QueryInterface failed - IID_IFileSourceFilter");
-    if (FAILED(source->Load(path.GetString(), nullptr))) {
-        source->Release();
-        CString text;
-        text.Format(u"File Source Error - could not open %s.", path);
-        return FailPlayback(text);
-    }
-    if (FAILED(m_pGraph->AddFilter(m_pLavSrc, u"LAV Splitter Source"))) {
-        source->Release();
+    if (!SetSplitterRuntimeConfig() || !LoadSourceFile(m_pLavSrc, path))
+        return FALSE;
+    if (FAILED(m_pGraph->AddFilter(m_pLavSrc, u"LAV Splitter Source")))
         return FailPlayback(u"ERROR - AddFilter failed - m_pLavSrc");
-    }
-    source->Release();
 
     IPin* pin = nullptr;
     BOOL hasVideo = SUCCEEDED(GetPin(m_pLavSrc, PINDIR_OUTPUT, MEDIATYPE_Video, &pin));

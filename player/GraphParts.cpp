@@ -13,6 +13,29 @@ BOOL CMediaPlayer::ConnectPins(IPin* out, IPin* in, const char16_t* failure) {
     return FAILED(hr) ? FailPlayback(failure) : TRUE;
 }
 
+BOOL CMediaPlayer::SetSplitterRuntimeConfig() {
+    ILAVFSettings* settings = nullptr;
+    if (FAILED(QueryTo(m_pLavSrc, IID_ILAVFSettings, &settings)))
+        return FailPlayback(u"ERROR - ILAVFSettings not supported");
+    settings->SetRuntimeConfig(TRUE);
+    settings->Release();
+    return TRUE;
+}
+
+BOOL CMediaPlayer::LoadSourceFile(IBaseFilter* filter, const CString& path) {
+    IFileSourceFilter* source = nullptr;
+    if (FAILED(QueryTo(filter, IID_IFileSourceFilter, &source)))
+        return FailPlayback(u"ERROR - QueryInterface failed - IID_IFileSourceFilter");
+    const HRESULT hr = source->Load(path.GetString(), nullptr);
+    source->Release();
+    if (FAILED(hr)) {
+        CString text;
+        text.Format(u"File Source Error - could not open %s.", path);
+        return FailPlayback(text);
+    }
+    return TRUE;
+}
+
 BOOL CMediaPlayer::AddVideoDecoder(BOOL dvd) {
     if (FAILED(CreateObjectFromPath(m_videoPath, CLSID_LAVVideo, &m_pLavVid)))
         return FailPlayback(u"ERROR - CreateObjectFromPath failed - clsidLavVid");

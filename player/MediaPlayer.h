@@ -127,6 +127,10 @@ private:
     // Stretches the builders share (GraphParts.cpp). Each reports its own
     // failure and gives false.
     BOOL ConnectPins(IPin* out, IPin* in, const char16_t* failure);
+    // The splitter's settings are the program's, not the ones it keeps.
+    BOOL SetSplitterRuntimeConfig();
+    // Opens `path` in a source filter.
+    BOOL LoadSourceFile(IBaseFilter* filter, const CString& path);
     BOOL AddVideoDecoder(BOOL dvd);
     BOOL RenderVideoDecoder(const RECT& rect);
     BOOL AddAudioDecoder(IPlayerFrame* pFrame);
