@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/OrvexDoc.h"
+#include "bench/BenchTiming.h"
 #include "platform/base/Drives.h"
 #include "platform/qt/QtGlue.h"
 #include "ui/ListModel.h"
@@ -78,26 +79,17 @@ void BuildLibrary(CMediaContents& tree) {
     tree.m_topics.Add(wide);
 }
 
-struct Figures {
-    double median = 0;
-    double worst = 0;
-};
-
-// Runs `prepare` (not timed), then `action` (timed), `runs` times.
-Figures Measure(int runs, const std::function<void()>& prepare,
-                const std::function<void()>& action) {
-    std::vector<double> times;
-    for (int run = 0; run < runs; ++run) {
-        prepare();
-        QCoreApplication::processEvents();
-        const auto start = std::chrono::steady_clock::now();
-        action();
-        const auto end = std::chrono::steady_clock::now();
-        times.push_back(std::chrono::duration<double, std::milli>(end - start).count());
-        QCoreApplication::processEvents();
-    }
-    std::sort(times.begin(), times.end());
-    return {times[times.size() / 2], times.back()};
+// Events the action left are handled before the next run's clock starts.
+Figures MeasureWithEvents(int runs, const std::function<void()>& prepare,
+                          const std::function<void()>& action) {
+    return Measure(
+        runs,
+        [&] {
+            QCoreApplication::processEvents();
+            prepare();
+            QCoreApplication::processEvents();
+        },
+        action);
 }
 
 void Print(const char* what, const Figures& figures, double target) {
@@ -143,7 +135,7 @@ int main(int argc, char** argv) {
     QTreeWidgetItem* big = TopRow(tree, QStringLiteral("Big"));
     auto showRows = [&] { list.viewport()->repaint(); };
     Print("select the topic of 50,000 items -> rows shown",
-          Measure(
+          MeasureWithEvents(
               runs, [&] { tree.setCurrentItem(favorites); },
               [&] {
                   tree.setCurrentItem(big);
@@ -153,7 +145,7 @@ int main(int argc, char** argv) {
     std::printf("  rows in the list: %d\n", list.RowCount());
 
     Print("sort the 50,000 items by name (heading click) -> rows shown",
-          Measure(
+          MeasureWithEvents(
               runs, [] {},
               [&] {
                   list.OnColumnClick(LIST_COLUMN_NAME);
@@ -163,7 +155,7 @@ int main(int argc, char** argv) {
 
     QTreeWidgetItem* wide = TopRow(tree, QStringLiteral("Wide"));
     Print("open the topic of 2,000 children -> rows shown",
-          Measure(
+          MeasureWithEvents(
               runs, [&] { wide->setExpanded(false); },
               [&] {
                   wide->setExpanded(true);
@@ -176,7 +168,7 @@ int main(int argc, char** argv) {
     // built again, opened down to the album, and the list shows it.
     int swap = 0;
     Print("full rebuild after moving a topic among 2,000 siblings",
-          Measure(
+          MeasureWithEvents(
               runs, [] {},
               [&] {
                   CNodeArray from;
@@ -198,7 +190,7 @@ int main(int argc, char** argv) {
     QCoreApplication::processEvents();
     int flip = 0;
     Print("rebuild after a change in the shown topic of 50,000 items",
-          Measure(
+          MeasureWithEvents(
               runs, [] {},
               [&] {
                   const CNodeArray path = doc.m_displayTopic.Path();
@@ -213,7 +205,7 @@ int main(int argc, char** argv) {
     // selection does; the rows come back before each run.
     const CMediaArray bigRows = doc.m_displayTopic.m_media;
     Print("delete all 50,000 rows of the shown topic -> list rebuilt",
-          Measure(
+          MeasureWithEvents(
               std::min(runs, 5),
               [&] {
                   const CNodeArray path = doc.m_displayTopic.Path();
@@ -230,7 +222,7 @@ int main(int argc, char** argv) {
 
     // The first fill of a program run sizes the columns from the rows.
     Print("column widths from 50,000 rows (first fill of a run only)",
-          Measure(
+          MeasureWithEvents(
               runs, [&] { doc.m_columnWidths.clear(); }, [&] { list.ComputeColumnWidths(); }),
           100);
     SetDriveList(nullptr);

@@ -19,31 +19,13 @@
 #include <vector>
 
 #include "app/OrvexDoc.h"
+#include "bench/BenchTiming.h"
 #include "bench/StationDirectoryWriter.h"
 #include "platform/qt/QtGlue.h"
 #include "ui/dialogs/RbSearchDlg.h"
 #include "ui/dialogs/StationTableModel.h"
 
 namespace {
-
-struct Figures {
-    double median;
-    double worst;
-};
-
-template <typename Work>
-Figures Measure(int runs, Work work) {
-    std::vector<double> times;
-    for (int i = 0; i < runs; ++i) {
-        const auto start = std::chrono::steady_clock::now();
-        work();
-        times.push_back(
-            std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start)
-                .count());
-    }
-    std::sort(times.begin(), times.end());
-    return {times[times.size() / 2], times.back()};
-}
 
 int g_failures = 0;
 
@@ -107,10 +89,12 @@ int main(int argc, char** argv) {
             name->setText(QString::fromUtf8(words));
             name->setFocus();
             QApplication::processEvents();
-            const Figures f = Measure(15, [&] {
-                QTest::keyClick(name, Qt::Key_Return);
-                shown();
-            });
+            const Figures f = Measure(
+                15, [] {},
+                [&] {
+                    QTest::keyClick(name, Qt::Key_Return);
+                    shown();
+                });
             char what[96];
             snprintf(what, sizeof what, "Enter in the name box \"%s\" (%d rows)", words,
                      table->model()->rowCount());
@@ -126,10 +110,12 @@ int main(int argc, char** argv) {
         QHeaderView* header = table->horizontalHeader();
         for (int column :
              {CStationTableModel::NAME, CStationTableModel::VOTES, CStationTableModel::CLICKS}) {
-            const Figures f = Measure(10, [&] {
-                emit header->sectionClicked(column);
-                shown();
-            });
+            const Figures f = Measure(
+                10, [] {},
+                [&] {
+                    emit header->sectionClicked(column);
+                    shown();
+                });
             char what[96];
             snprintf(
                 what, sizeof what, "heading \"%s\" over %d rows",
