@@ -1,29 +1,16 @@
 #include "platform/base/FileDialog.h"
 
-#include <mutex>
+#include "platform/base/HookSlot.h"
 
 namespace {
 
-std::mutex g_pickerHookLock;
-FileDialogHook g_fileHook;
-FolderBrowseHook g_folderHook;
-MultiFileDialogHook g_multiFileHook;
-
-template <typename Hook>
-Hook Swap(Hook& slot, Hook hook) {
-    std::lock_guard<std::mutex> lock(g_pickerHookLock);
-    Hook previous = std::move(slot);
-    slot = std::move(hook);
-    return previous;
-}
+CHookSlot<FileDialogHook> g_fileHook;
+CHookSlot<FolderBrowseHook> g_folderHook;
+CHookSlot<MultiFileDialogHook> g_multiFileHook;
 
 template <typename Hook, typename Request, typename Answer>
-BOOL Run(const Hook& slot, const Request& request, Answer& path) {
-    Hook hook;
-    {
-        std::lock_guard<std::mutex> lock(g_pickerHookLock);
-        hook = slot;
-    }
+BOOL Run(const CHookSlot<Hook>& slot, const Request& request, Answer& path) {
+    const Hook hook = slot.Get();
     if (!hook)
         return FALSE;
     // The picker works on a copy: a Cancel leaves the caller's path as it was.
@@ -37,15 +24,15 @@ BOOL Run(const Hook& slot, const Request& request, Answer& path) {
 } // namespace
 
 FileDialogHook SetFileDialogHook(FileDialogHook hook) {
-    return Swap(g_fileHook, std::move(hook));
+    return g_fileHook.Swap(std::move(hook));
 }
 
 FolderBrowseHook SetFolderBrowseHook(FolderBrowseHook hook) {
-    return Swap(g_folderHook, std::move(hook));
+    return g_folderHook.Swap(std::move(hook));
 }
 
 MultiFileDialogHook SetMultiFileDialogHook(MultiFileDialogHook hook) {
-    return Swap(g_multiFileHook, std::move(hook));
+    return g_multiFileHook.Swap(std::move(hook));
 }
 
 BOOL RunFileDialog(const FileDialogRequest& request, CString& path) {

@@ -1,27 +1,19 @@
 #include "platform/base/FontDialog.h"
 
-#include <mutex>
+#include "platform/base/HookSlot.h"
 
 namespace {
 
-std::mutex g_fontHookLock;
-FontDialogHook g_fontHook;
+CHookSlot<FontDialogHook> g_fontHook;
 
 } // namespace
 
 FontDialogHook SetFontDialogHook(FontDialogHook hook) {
-    std::lock_guard<std::mutex> lock(g_fontHookLock);
-    FontDialogHook previous = std::move(g_fontHook);
-    g_fontHook = std::move(hook);
-    return previous;
+    return g_fontHook.Swap(std::move(hook));
 }
 
 BOOL RunFontDialog(LOGFONTW& font, DWORD flags) {
-    FontDialogHook hook;
-    {
-        std::lock_guard<std::mutex> lock(g_fontHookLock);
-        hook = g_fontHook;
-    }
+    const FontDialogHook hook = g_fontHook.Get();
     if (!hook)
         return FALSE;
     // The dialog works on a copy: a Cancel must leave the caller's font as it was.

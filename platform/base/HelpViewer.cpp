@@ -1,23 +1,18 @@
 #include "platform/base/HelpViewer.h"
 
-#include <mutex>
-
 #include "platform/base/AppContext.h"
 #include "platform/base/File.h"
+#include "platform/base/HookSlot.h"
 #include "platform/base/MessageBox.h"
 
 namespace {
 
-std::mutex g_helpHookLock;
-HelpViewerHook g_helpHook;
+CHookSlot<HelpViewerHook> g_helpHook;
 
 } // namespace
 
 HelpViewerHook SetHelpViewerHook(HelpViewerHook hook) {
-    std::lock_guard<std::mutex> lock(g_helpHookLock);
-    HelpViewerHook previous = std::move(g_helpHook);
-    g_helpHook = std::move(hook);
-    return previous;
+    return g_helpHook.Swap(std::move(hook));
 }
 
 BOOL HtmlHelpW(const CString& page, const CString& anchor) {
@@ -29,10 +24,6 @@ BOOL HtmlHelpW(const CString& page, const CString& anchor) {
         AfxMessageBox(text, MB_OK | MB_ICONEXCLAMATION);
         return FALSE;
     }
-    HelpViewerHook hook;
-    {
-        std::lock_guard<std::mutex> lock(g_helpHookLock);
-        hook = g_helpHook;
-    }
+    const HelpViewerHook hook = g_helpHook.Get();
     return hook ? hook(path, anchor) : FALSE;
 }

@@ -1,14 +1,14 @@
 #include "platform/base/MessageBox.h"
 
 #include <cstdio>
-#include <mutex>
+
+#include "platform/base/HookSlot.h"
 
 const char16_t* const kAppTitle = u"Orvex";
 
 namespace {
 
-std::mutex g_hookLock;
-MessageBoxHook g_hook;
+CHookSlot<MessageBoxHook> g_hook;
 
 } // namespace
 
@@ -23,18 +23,11 @@ int DefaultMessageBoxAnswer(UINT type) {
 }
 
 MessageBoxHook SetMessageBoxHook(MessageBoxHook hook) {
-    std::lock_guard<std::mutex> lock(g_hookLock);
-    MessageBoxHook previous = std::move(g_hook);
-    g_hook = std::move(hook);
-    return previous;
+    return g_hook.Swap(std::move(hook));
 }
 
 int MessageBoxW(HWND owner, const CString& text, const CString& caption, UINT type) {
-    MessageBoxHook hook;
-    {
-        std::lock_guard<std::mutex> lock(g_hookLock);
-        hook = g_hook;
-    }
+    const MessageBoxHook hook = g_hook.Get();
     MessageBoxRequest request{owner, text, caption, type};
     if (hook)
         return hook(request);

@@ -1,18 +1,13 @@
 #include "platform/base/WaitCursor.h"
 
-#include <mutex>
+#include "platform/base/HookSlot.h"
 
 namespace {
 
-std::mutex g_hookLock;
-WaitCursorHook g_hook;
+CHookSlot<WaitCursorHook> g_hook;
 
 void CallHook(bool busy) {
-    WaitCursorHook hook;
-    {
-        std::lock_guard<std::mutex> lock(g_hookLock);
-        hook = g_hook;
-    }
+    const WaitCursorHook hook = g_hook.Get();
     if (hook)
         hook(busy);
 }
@@ -20,10 +15,7 @@ void CallHook(bool busy) {
 } // namespace
 
 WaitCursorHook SetWaitCursorHook(WaitCursorHook hook) {
-    std::lock_guard<std::mutex> lock(g_hookLock);
-    WaitCursorHook previous = std::move(g_hook);
-    g_hook = std::move(hook);
-    return previous;
+    return g_hook.Swap(std::move(hook));
 }
 
 CWaitCursor::CWaitCursor() : m_busy(true) {
