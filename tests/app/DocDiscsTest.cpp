@@ -7,30 +7,19 @@
 #include <map>
 
 #include "app/OrvexApp.h"
-#include "platform/base/Drives.h"
 #include "tests/app/DocFixtures.h"
 #include "tests/support/PrintCString.h"
 #include "tests/support/TempDir.h"
+#include "tests/support/TestDrives.h"
 
 namespace {
 
 // Drives with made-up listings: each root lists what the test says.
-class ListedDrives : public IDriveList {
+class ListedDrives : public CTestDriveList {
 public:
-    ListedDrives() { m_previous = SetDriveList(this); }
-    ~ListedDrives() override { SetDriveList(m_previous); }
-
     void Add(const char16_t* root, UINT type, std::vector<CFolderEntry> entries) {
-        m_drives.push_back(CDriveInfo{CString(root), CString(root), CString(), type});
+        AddDrive(CString(root), type);
         m_listings[CString(root)] = std::move(entries);
-    }
-    std::vector<CDriveInfo> GetDrives() override { return m_drives; }
-    UINT GetDriveType(const CString& root) override {
-        for (const CDriveInfo& drive : m_drives) {
-            if (drive.m_root == root)
-                return drive.m_type;
-        }
-        return DRIVE_NO_ROOT_DIR;
     }
     BOOL ListFolder(const CString& folder, std::vector<CFolderEntry>& entries) override {
         auto it = m_listings.find(folder);
@@ -41,9 +30,7 @@ public:
     }
 
 private:
-    std::vector<CDriveInfo> m_drives;
     std::map<CString, std::vector<CFolderEntry>> m_listings;
-    IDriveList* m_previous;
 };
 
 CFolderEntry Folder(const char16_t* name) {

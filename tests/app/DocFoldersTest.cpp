@@ -3,33 +3,24 @@
 #include <algorithm>
 
 #include "app/OrvexApp.h"
-#include "platform/base/Drives.h"
 #include "platform/base/FileDialog.h"
 #include "tests/app/DocFixtures.h"
 #include "tests/contents/TreeBuilder.h"
 #include "tests/support/PrintCString.h"
 #include "tests/support/TempDir.h"
+#include "tests/support/TestDrives.h"
 
 namespace {
 
 // One removable drive whose root is a folder of the test.
-class OneDrive : public IDriveList {
+class OneDrive : public CTestDriveList {
 public:
-    explicit OneDrive(CString root) : m_root(std::move(root)) { m_previous = SetDriveList(this); }
-    ~OneDrive() override { SetDriveList(m_previous); }
-    std::vector<CDriveInfo> GetDrives() override {
-        return {CDriveInfo{m_root, CString(u"X"), CString(u"/dev/sdx"), DRIVE_REMOVABLE}};
-    }
-    UINT GetDriveType(const CString& root) override {
-        return root == m_root ? DRIVE_REMOVABLE : DRIVE_NO_ROOT_DIR;
+    explicit OneDrive(const CString& root) {
+        AddDrive(root, DRIVE_REMOVABLE, CString(u"X"), CString(u"/dev/sdx"));
     }
     BOOL ListFolder(const CString& folder, std::vector<CFolderEntry>& entries) override {
         return ListFileSystemFolder(folder, entries);
     }
-
-private:
-    CString m_root;
-    IDriveList* m_previous;
 };
 
 CNodeArray FolderPath(std::initializer_list<CString> names) {

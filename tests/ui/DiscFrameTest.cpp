@@ -7,9 +7,9 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include "platform/base/Drives.h"
 #include "platform/base/UserMessages.h"
 #include "platform/disc/AudioCdFolders.h"
+#include "tests/support/TestDrives.h"
 #include "tests/ui/FrameMedia.h"
 #include "ui/Commands.h"
 #include "ui/ListView.h"
@@ -22,34 +22,15 @@ namespace {
 
 // The machine's drives as the test gives them: each a root of a kind, the
 // audio CD's tracks read from its image as from a drive.
-class DiscDrives : public IDriveList {
+class DiscDrives : public CTestDriveList {
 public:
-    DiscDrives() { m_previous = SetDriveList(this); }
-    ~DiscDrives() override { SetDriveList(m_previous); }
-
-    std::vector<CDriveInfo> GetDrives() override { return m_drives; }
-    UINT GetDriveType(const CString& root) override {
-        for (const CDriveInfo& drive : m_drives) {
-            if (drive.m_root == root)
-                return drive.m_type;
-        }
-        return DRIVE_NO_ROOT_DIR;
-    }
     BOOL ListFolder(const CString& folder, std::vector<CFolderEntry>& entries) override {
         return m_tracks.ListFolder(folder, entries) || ListFileSystemFolder(folder, entries);
     }
-    void Add(const std::string& root, UINT type) {
-        CDriveInfo drive;
-        drive.m_root = CString(root);
-        drive.m_label = drive.m_root;
-        drive.m_type = type;
-        m_drives.push_back(drive);
-    }
+    void Add(const std::string& root, UINT type) { AddDrive(CString(root), type); }
 
 private:
-    std::vector<CDriveInfo> m_drives;
     CAudioCdFolders m_tracks;
-    IDriveList* m_previous = nullptr;
 };
 
 class DiscFrameTest : public PlaybackTest {
